@@ -1,0 +1,51 @@
+# How every target of the project is built: one object library per folder, shared libraries made of them.
+
+add_library(qel_options INTERFACE)
+target_compile_options(qel_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
+if(QEL_SANITIZE)
+    target_compile_options(qel_options INTERFACE
+        -fsanitize=${QEL_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(qel_options INTERFACE -fsanitize=${QEL_SANITIZE})
+endif()
+if(QEL_COVERAGE)
+    target_compile_options(qel_options INTERFACE --coverage -fprofile-update=atomic)
+    target_link_options(qel_options INTERFACE --coverage)
+endif()
+
+# qel_objects(NAME LIBRARY <shared library it goes into> [DEPENDS <targets>] [DIRS <folders>])
+# Compiles every source of this folder (or DIRS) into the object library NAME.
+function(qel_objects name)
+    cmake_parse_arguments(ARG "" "LIBRARY" "DEPENDS;DIRS" ${ARGN})
+    if(NOT ARG_DIRS)
+        set(ARG_DIRS ${CMAKE_CURRENT_SOURCE_DIR})
+    endif()
+    set(sources "")
+    foreach(dir IN LISTS ARG_DIRS)
+        file(GLOB found CONFIGURE_DEPENDS ${dir}/*.cpp)
+        list(APPEND sources ${found})
+    endforeach()
+    add_library(${name} OBJECT ${sources})
+    string(TOUPPER ${ARG_LIBRARY} upper)
+    target_compile_definitions(${name} PRIVATE ${upper}_BUILD)
+    target_link_libraries(${name} PRIVATE qel_options PUBLIC ${ARG_DEPENDS})
+endfunction()
+
+# qel_shared(NAME OBJECTS <object libraries> [USES <libraries of the house>] [DEPENDS <outside libraries>] INCLUDE <folder>)
+# Makes the shared library NAME, seen by others as qelprop4::NAME.
+function(qel_shared name)
+    cmake_parse_arguments(ARG "" "INCLUDE" "OBJECTS;USES;DEPENDS" ${ARGN})
+    set(objects "")
+    foreach(target IN LISTS ARG_OBJECTS)
+        list(APPEND objects $<TARGET_OBJECTS:${target}>)
+    endforeach()
+    add_library(${name} SHARED ${objects})
+    add_library(qelprop4::${name} ALIAS ${name})
+    target_include_directories(${name} INTERFACE
+        $<BUILD_INTERFACE:${ARG_INCLUDE}> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
+    target_link_libraries(${name} PUBLIC ${ARG_USES} PRIVATE ${ARG_DEPENDS} $<BUILD_INTERFACE:qel_options>)
+    set_target_properties(${name} PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
+    set_property(GLOBAL APPEND PROPERTY QEL_SHARED_LIBRARIES ${name})
+    set_property(GLOBAL APPEND PROPERTY QEL_OBJECT_LIBRARIES ${ARG_OBJECTS})
+    set_property(GLOBAL APPEND PROPERTY QEL_OUTSIDE_LIBRARIES ${ARG_DEPENDS})
+endfunction()

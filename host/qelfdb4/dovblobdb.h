@@ -1,0 +1,115 @@
+// dovblobdb.h: a keyed store of byte records in one file.
+#pragma once
+
+#include <qelfdb4/export.h>
+#include <qellib4/qellib4.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace qel {
+class CStoreFile;
+}
+
+/// A record store: every record is a run of bytes under a 16-bit selector and a 32-bit object id.
+///
+/// Copies share the open store; it is closed when any of them closes it or the last one ends. One thread at
+/// a time. Every operation that returns a code gives 10001 on success, 17500 on a closed store, 17501 for a
+/// change of a read-only one, 17300 plus the engine's code for a failure of the engine, 10002 for lack of
+/// memory; nothing is thrown. The store is a single file when closed.
+class QELFDB4_API CDovBlobDB
+{
+public:
+    /// Address of one record.
+    struct SSelector
+    {
+        unsigned short selector;
+        unsigned int oid;
+    };
+
+    /// What a progress callback is told.
+    enum ECBMessage
+    {
+        eCBStart = 0,
+        eCBStep = 1,
+        eCBEnd = 2
+    };
+
+    /// A progress callback; may be null everywhere. `reserved` is 0; the text names the work and lives for
+    /// the call.
+    using TProgress = void(QEL_STDCALL*)(ECBMessage message, unsigned int done, unsigned int total,
+                                         unsigned int reserved, const std::wstring* text);
+
+    CDovBlobDB();
+    CDovBlobDB(const CDovBlobDB& other);
+    CDovBlobDB& operator=(const CDovBlobDB& other);
+    virtual ~CDovBlobDB();
+
+    /// Sets the log for the store's own lines; not owned, may be null.
+    void SetLogFile(CDovLogfile* log);
+
+    /// Makes a new, empty store and leaves it open; closes what was open before.
+    /// @param replace  1: an existing store is replaced; 0: it is refused
+    /// @return 10012 a store exists and `replace` is 0; 10013 a file that is no store exists (it is never
+    ///         replaced); 10015 another process has the store open for writing
+    unsigned int Create(const std::wstring& path, unsigned int replace);
+    /// Opens an existing store; closes what was open before.
+    /// @return 10013 no store; 10014 no such file; 10015 another process has it open for writing
+    unsigned int Open(const std::wstring& path, bool readOnly);
+    /// Closes the store for every copy; an open batch is rolled back.
+    /// @return 17500 when it was not open; a code when a side file could not be cleared away
+    unsigned int Close();
+
+    bool IsOpen() const;
+    /// False when closed.
+    bool IsReadOnly() const;
+    /// Path of the open store, as it was given; empty when closed.
+    std::wstring GetName() const;
+
+    /// Creates or replaces a record with exactly these bytes.
+    /// @param data      may be null when size is 0
+    /// @param priority  50 or above: on the disk when Set returns; below: survives the end of the process at
+    ///                  once and a power failure from the next Set of 50, Flush or Close on
+    unsigned int Set(const SSelector& selector, const void* data, unsigned int size, unsigned int priority);
+    /// @param size  out: the record's bytes; unchanged on failure
+    /// @return 10020 no such record; 10016 its bytes fail their checksum
+    unsigned int GetSize(const SSelector& selector, unsigned int& size) const;
+    /// Copies the whole record to a buffer of GetSize bytes; nothing is copied on failure. Codes as GetSize.
+    unsigned int Get(const SSelector& selector, void* buffer) const;
+    /// Gives the whole record in one step. Codes as GetSize; `blob` is unchanged on failure.
+    unsigned int Get(const SSelector& selector, TavBlob& blob) const;
+    /// Whether the record exists; false on a closed store.
+    bool HasRecord(const SSelector& selector) const;
+    /// @return 10020 no such record
+    unsigned int Remove(const SSelector& selector);
+    /// Removes every record of the selector; none is success.
+    unsigned int RemoveSelector(const unsigned short& selector);
+    /// Lists the object ids of a selector.
+    /// @param oids        out: emptied first
+    /// @param reserved    pass false; the order is ascending
+    unsigned int GetOids(unsigned short selector, std::vector<unsigned long>& oids, bool reserved) const;
+    unsigned int GetNumberOfRecords(const unsigned short& selector, unsigned int& count) const;
+
+    /// Makes everything written so far safe against a power failure.
+    unsigned int Flush();
+    /// Makes the changes up to CommitBatch one atomic unit; batches do not nest (17201).
+    unsigned int BeginBatch();
+    /// @return 17201 when no batch is open
+    unsigned int CommitBatch();
+    /// @return 17201 when no batch is open
+    unsigned int RollbackBatch();
+
+    /// Writes a compacted copy to `path`, which is replaced only if it is a store; an empty path compacts in
+    /// place.
+    /// @param reserved  pass false
+    unsigned int Optimize(const std::wstring& path, TProgress progress, unsigned int user, bool reserved);
+    /// Tests the engine's structure and every checksum.
+    /// @param report  one UTF-8 line per fault is written to it; may be null
+    /// @param errors  the number of faults is added to it
+    unsigned int SelfTest(CQelFile* report, unsigned long& errors, TProgress progress, unsigned int user);
+
+private:
+    std::shared_ptr<qel::CStoreFile> m_file;
+    CDovLogfile* m_log = nullptr;
+};

@@ -1,0 +1,89 @@
+// dovlogfile.h: the host's log file and the tracker that marks entry to and exit from a method.
+#pragma once
+
+#include <qellib4/export.h>
+
+#include <memory>
+#include <string>
+
+class CException;
+class CQelException;
+
+/// A log of entries, one UTF-8 line each, appended to a file.
+///
+/// A host may override Write to send the entries elsewhere; it then needs no open file. The Add operations
+/// return what Write returned, or true for an entry above the level, which costs one comparison.
+class QELLIB4_API CDovLogfile
+{
+public:
+    enum EKind
+    {
+        eError,
+        eWarning,
+        eInformal
+    };
+
+    struct SEntry
+    {
+        EKind kind;
+        unsigned int code; ///< 0 for a literal text
+        std::wstring text;
+        int level; ///< 0 for errors
+        int line;
+        std::wstring file;
+    };
+
+    CDovLogfile();
+    CDovLogfile(const CDovLogfile&) = delete;
+    CDovLogfile& operator=(const CDovLogfile&) = delete;
+    virtual ~CDovLogfile();
+
+    /// Opens the file for appending and makes it where it is missing; closes a file that was open.
+    /// @return false when it cannot be opened
+    bool Open(const std::wstring& path);
+    void Close();
+
+    /// Sets the largest detail level that is written; 4 at first. Errors are always written.
+    void SetLevel(int level) { m_level = level; }
+    int GetLevel() const { return m_level; }
+
+    bool AddError(unsigned int code, int line, const wchar_t* file);
+    bool AddError(unsigned int code, const wchar_t* text, int line, const wchar_t* file);
+    bool AddError(const wchar_t* text, int line, const wchar_t* file);
+    bool AddError(CException* exception, int line, const wchar_t* file);
+    bool AddError(CQelException* exception, int line, const wchar_t* file);
+    bool AddWarning(const wchar_t* text, int level, int line, const wchar_t* file);
+    bool AddInformal(unsigned int code, int level, int line, const wchar_t* file);
+    bool AddInformal(const wchar_t* text, int level, int line, const wchar_t* file);
+
+    /// Takes every entry that is to be written. The base writes one line to the open file, flushed at once.
+    /// @return false when no file is open or the line could not be written
+    virtual bool Write(const SEntry& entry);
+
+private:
+    bool Add(EKind kind, unsigned int code, const wchar_t* text, int level, int line, const wchar_t* file);
+
+    struct SFile;
+    std::unique_ptr<SFile> m_file;
+    int m_level = 4;
+};
+
+/// Writes "> " and the method's name when made and "< " and the name when it ends. Not copied.
+class QELLIB4_API CDovLogfileMethodTracker
+{
+public:
+    /// @param log     null writes nothing; otherwise it must outlive the tracker
+    /// @param method  qualified name, "Class::Method"; must outlive the tracker
+    CDovLogfileMethodTracker(CDovLogfile* log, int level, const wchar_t* method, int line,
+                             const wchar_t* file);
+    CDovLogfileMethodTracker(const CDovLogfileMethodTracker&) = delete;
+    CDovLogfileMethodTracker& operator=(const CDovLogfileMethodTracker&) = delete;
+    ~CDovLogfileMethodTracker();
+
+private:
+    CDovLogfile* m_log;
+    int m_level;
+    const wchar_t* m_method;
+    int m_line;
+    const wchar_t* m_file;
+};

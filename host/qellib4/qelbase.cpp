@@ -1,0 +1,4 @@
+// qelbase.cpp: anchor of the common base.
+#include <qellib4/qelbase.h>
+
+CQelBase::~CQelBase() = default;

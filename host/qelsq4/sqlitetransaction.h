@@ -1,0 +1,45 @@
+// sqlitetransaction.h: the guard around a change.
+#pragma once
+
+#include <qelsq4/export.h>
+
+class CQelSQLite;
+
+/// A transaction that is undone unless it is committed. Not copied.
+///
+/// Inside a transaction that is already open on the connection it is a savepoint: committing releases it and
+/// rolling back undoes to it, and the outer transaction goes on. BeginTrans and Rollback never throw.
+class QELSQ4_API CSQLiteTransaction
+{
+public:
+    /// Begins nothing yet.
+    /// @param db         must outlive the guard; null never begins
+    /// @param exclusive  false: an immediate transaction; true: an exclusive one
+    CSQLiteTransaction(CQelSQLite* db, bool exclusive);
+    CSQLiteTransaction(const CSQLiteTransaction&) = delete;
+    CSQLiteTransaction& operator=(const CSQLiteTransaction&) = delete;
+    /// Rolls back what was begun and neither committed nor rolled back.
+    ~CSQLiteTransaction();
+
+    /// @return false when no transaction could be begun, or this guard has begun one already
+    bool BeginTrans();
+    /// @return false when nothing was begun or the engine refused; the change can then still be rolled back.
+    ///         Hard failures are thrown as CQelException with the mapped code; the guard then still rolls
+    ///         back
+    bool Commit();
+    /// @return false when nothing was begun or it had ended
+    bool Rollback();
+
+private:
+    enum class EState
+    {
+        eIdle,
+        eBegun,
+        eEnded
+    };
+
+    CQelSQLite* m_db;
+    EState m_state = EState::eIdle;
+    bool m_exclusive;
+    bool m_savepoint = false;
+};

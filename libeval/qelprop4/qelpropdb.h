@@ -1,0 +1,158 @@
+// qelpropdb.h: the property database over an SQLite database of the host's.
+#pragma once
+
+#include <qelfdb4/qelfdb4.h>
+#include <qellib4/qellib4.h>
+#include <qelprop4/propdbtypes.h>
+#include <qelprop4/qeltable.h>
+
+#include <map>
+#include <string>
+#include <vector>
+
+class CQelSQLite;
+
+/// User-defined tables, columns and records inside an SQLite database that the host opens and keeps.
+///
+/// Every operation that returns a code gives 10001 on success, 17500 when the database is not open, 17501 for
+/// a change of a read-only one, 10002 and 10003 for exceptions (lack of memory is 10002), and codes of the
+/// SQL layer (17300 plus SQLite's) unchanged; nothing is thrown. A change is written whole or not at all.
+/// Object ids are 32-bit numbers; a wider one names nothing (10020). Database and log are the host's and must
+/// outlive the object; copies share both. One thread at a time.
+class QELPROP4_API CQelPropDB : public CQelBase
+{
+public:
+    /// One sort key.
+    struct SSortItem
+    {
+        unsigned long column = 0; ///< column oid; one that the table lacks sorts by its first column
+        bool ascending = true;
+    };
+
+    /// @param db  may be null; Attach can supply it
+    explicit CQelPropDB(CQelSQLite* db);
+    CQelPropDB(const CQelPropDB& other);
+    CQelPropDB& operator=(const CQelPropDB& other);
+    /// Closes this object; the database stays open.
+    ~CQelPropDB() override;
+
+    /// Creates an empty schema, dropping any old one, or loads the catalogue and repairs display orders.
+    /// @param create  true drops every table, column and record; the catalogue in memory stays as it was
+    /// @param db      replaces the database unless it is null
+    /// @return 17201 when the schema could not be created
+    unsigned int Attach(bool create, CQelSQLite* db);
+    /// Empties catalogue and cache; sends message 1 if the database is open. Always 10001.
+    unsigned int Close();
+    /// Adds the look-up indexes over values by table and record and over columns by table, where missing.
+    /// They change no answer, and make large databases load and grow faster. @return 17201 as every writer
+    unsigned int CreateLookupIndexes();
+
+    /// @param log  not owned; null switches logging off
+    void SetLogfile(CDovLogfile* log);
+    /// @param callback  null switches notification off
+    /// @param user      handed back to the callback
+    void SetNotifyCallback(TQelNotifyCallback callback, unsigned int user);
+
+    /// 1000; a figure for the host, not enforced by this database.
+    unsigned int MaxTables() const;
+    /// 255 columns in a table.
+    unsigned int MaxColumns() const;
+    /// False for an empty name and for one with a blank or any of # % ( ) * , - . / : ; < > ? @ [ \ ] |
+    bool IsValidName(const std::wstring& name) const;
+    /// Whether the catalogue in memory has a table of exactly this name.
+    bool TableExists(const std::wstring& name) const;
+    CQelSQLite* DBInstance() { return m_db; }
+    const CQelSQLite* DBInstance() const { return m_db; }
+    /// Empties the bulk cache; the arguments are those of the legacy database and not used.
+    unsigned int Optimize(const std::wstring& path, CDovBlobDB::TProgress progress, unsigned int user);
+    /// Empties the bulk cache; the arguments are those of the legacy database and not touched.
+    unsigned int SelfTest(CQelFile* report, unsigned long& errors, CDovBlobDB::TProgress progress,
+                          unsigned int user);
+
+    /// Lists the table oids in ascending order. @param oids  out: emptied first unless the code is 17500
+    unsigned int GetTables(std::vector<unsigned long>& oids);
+    /// Replaces `table` by the catalogue's table of its oid. @return 10020, leaving `table`, when there is
+    /// none
+    unsigned int GetTable(CQelTable& table);
+    /// Stores a new table with its columns. An explicit oid that is taken stores nothing and still gives
+    /// 10001.
+    /// @param table  in: oid 0 for the next free one; out: its oid. Column oids are assigned by the database
+    /// @return 17502 invalid name; 17503 name in use; 10020 an oid wider than 32 bits
+    unsigned int AddTable(CQelTable& table);
+    /// @return 10020 no such table; 17509 some table has a Reference column that refers to that same table
+    unsigned int RemoveTable(unsigned long tableOid);
+    /// @return 17503 name in use, by this table too; 17502 invalid name; 17201 no transaction
+    unsigned int RenameTable(unsigned long tableOid, const std::wstring& name);
+
+    /// @param column  oid 0 for the next free one, known from the catalogue afterwards; display order 9999
+    /// places it last
+    /// @return 17502, 10020 no such table, 17505 255 columns exist, 17503 name in use, 17201 no transaction
+    unsigned int TableAddColumn(unsigned long tableOid, CQelTable::SQelColumn& column);
+    /// Removes a column with its values; one that does not exist is success. @return 17201 no transaction
+    unsigned int TableRemoveColumn(unsigned long tableOid, unsigned long columnOid);
+    /// Replaces the definition of the column with `column`'s oid; the name is not tested.
+    /// @return 10020 no such table or column; 17506 the type differs and the table holds records
+    unsigned int TableModifyColumn(unsigned long tableOid, CQelTable::SQelColumn& column);
+    /// @return 17502; 10020 no such table or column; 17503 name in use, by this column too
+    unsigned int RenameColumn(unsigned long tableOid, unsigned long columnOid, const std::wstring& name);
+    /// @return 10020 when table or columns are missing or both oids are the same
+    unsigned int TableSwapDisplayOrder(unsigned long tableOid, unsigned long columnOid1,
+                                       unsigned long columnOid2);
+    /// @param column  out: the column; unchanged when the table has none of that oid, which still gives 10001
+    unsigned int TableGetColumn(unsigned long tableOid, unsigned long columnOid,
+                                CQelTable::SQelColumn& column);
+
+    /// Stores one record, whole or not at all.
+    /// @param recordOid    in: the oid to write under if `useGivenOid`, 0 for the next free one;
+    ///                     out: on 10001, the oid under which the record stands
+    /// @param values       copied; an element whose column oid is 0 is skipped
+    /// @return 10020 no such table; 17201 no transaction could be begun or no new oid be had
+    unsigned int AddRecord(unsigned long tableOid, unsigned long& recordOid,
+                           const std::vector<SQelPropColumnData>& values, bool useGivenOid);
+    /// Writes values of one record; columns that are not named keep theirs. Codes as AddRecord.
+    unsigned int SetRecord(unsigned long tableOid, unsigned long recordOid,
+                           const std::vector<SQelPropColumnData>& values);
+    /// Reads one record: one element per column in the table's order, null where nothing is stored.
+    /// @param out  on failure in an unspecified but valid state
+    /// @return 10001 for a record that does not exist, too; 10020 no such table; 10011 a stored value is
+    /// damaged
+    unsigned int GetRecord(unsigned long tableOid, unsigned long recordOid,
+                           std::vector<SQelPropColumnData>& out);
+    /// Reads one value. @return 10020 no such table or column
+    unsigned int GetColumn(unsigned long tableOid, unsigned long recordOid, unsigned long columnOid,
+                           SQelPropColumnData& out);
+    /// Removes one record; one that does not exist is success, and so is a transaction that cannot begin.
+    unsigned int RemoveRecord(unsigned long tableOid, unsigned long recordOid);
+    /// Whether any value of the record is stored; false on any failure.
+    bool HasRecord(unsigned long tableOid, unsigned long recordOid) const;
+    /// Counts the records with at least one value. @param count  out: 0 on failure and for an unknown table
+    unsigned int GetRecordCount(unsigned long tableOid, unsigned int& count);
+
+    /// Every record of the table with oid 1000, by record oid; filled on first use.
+    /// The reference is good until the next operation that changes anything.
+    const std::map<unsigned long, std::vector<SQelPropColumnData>>& GetBulkRecords();
+    /// Lists a table's record oids.
+    /// @param oids       out: emptied first
+    /// @param sortItems  null: in the order in which the records were first stored; an empty list gives no
+    /// oids
+    /// @return 10020 no such table; codes of GetRecord
+    unsigned int GetRecordOids(unsigned long tableOid, std::vector<unsigned long>& oids,
+                               const std::vector<SSortItem>* sortItems);
+
+protected:
+    /// Calls the callback. @return its result; true without one
+    bool DoNotify(EPropDBMessage message, unsigned long first, unsigned long second);
+    /// Rebuilds a catalogue from the database.
+    unsigned int LoadTables(std::map<unsigned long, CQelTable>& tables);
+    unsigned int FillBulkCache();
+    void ClearBulkCache();
+
+private:
+    CDovLogfile* m_log = nullptr;
+    TQelNotifyCallback m_callback = nullptr;
+    unsigned int m_callbackUser = 0;
+    std::map<unsigned long, CQelTable> m_tables;
+    unsigned int m_fillTime = 0;
+    CQelSQLite* m_db;
+    std::map<unsigned long, std::vector<SQelPropColumnData>> m_bulk;
+};

@@ -1,0 +1,17 @@
+// framework.cpp: the framework's root class and its exception base.
+#include <qelplat4/mfc.h>
+
+CObject::~CObject() = default;
+
+CException::~CException() = default;
+
+void CException::Delete()
+{
+    if (m_autoDelete)
+        delete this;
+}
+
+std::wstring CException::GetErrorText() const
+{
+    return {};
+}

@@ -1,0 +1,21 @@
+// crt.h: functions of the original C runtime that the C library elsewhere does not have or does differently.
+#pragma once
+
+#include <qelplat4/types.h>
+
+#include <ctime>
+
+#ifndef _WIN32
+
+/// Breaks a time down into the local calendar.
+/// @param seconds  since 1970-01-01 00:00 UTC; from 0 to the end of the year 3000
+/// @return 0, or EINVAL for a time outside that range; every field of `out` is then -1
+QELPLAT4_API int _localtime64_s(std::tm* out, const long long* seconds);
+
+/// Number at the start of the text, after blanks and a sign; 0 when there is none.
+QELPLAT4_API int _wtoi(const wchar_t* text);
+
+/// Compares without regard to the case of letters. @return below, equal to or above 0
+QELPLAT4_API int _wcsicmp(const wchar_t* left, const wchar_t* right);
+
+#endif

@@ -1,0 +1,59 @@
+// mfc.h: the few classes of the application framework that the libraries stand on.
+#pragma once
+
+#include <qelplat4/export.h>
+#include <qelplat4/types.h>
+
+#include <string>
+#include <utility>
+
+/// Root of the framework's classes.
+class QELPLAT4_API CObject
+{
+public:
+    virtual ~CObject();
+
+protected:
+    CObject() = default;
+    CObject(const CObject&) = default;
+    CObject& operator=(const CObject&) = default;
+};
+
+/// Base of the framework's exceptions, which are thrown and caught by pointer.
+class QELPLAT4_API CException : public CObject
+{
+public:
+    CException() = default;
+    explicit CException(bool autoDelete) : m_autoDelete(autoDelete) {}
+    ~CException() override;
+
+    /// Frees the exception if it was made to be freed; the pointer is dead afterwards.
+    void Delete();
+
+    /// A text for people; empty when the exception has none.
+    virtual std::wstring GetErrorText() const;
+
+private:
+    bool m_autoDelete = true;
+};
+
+/// The framework's text class, as far as results of the SQL layer need it: an owned wide text.
+class QELPLAT4_API CString
+{
+public:
+    CString() = default;
+    CString(const wchar_t* text) : m_text(text != nullptr ? text : L"") {}
+    CString(const wchar_t* text, int length) : m_text(text, static_cast<std::size_t>(length)) {}
+    explicit CString(std::wstring text) : m_text(std::move(text)) {}
+
+    int GetLength() const { return static_cast<int>(m_text.size()); }
+    bool IsEmpty() const { return m_text.empty(); }
+    /// The text with its terminator; valid until this object changes or ends.
+    const wchar_t* GetString() const { return m_text.c_str(); }
+    operator const wchar_t*() const { return m_text.c_str(); }
+    /// The whole text, embedded zeros included.
+    const std::wstring& Text() const { return m_text; }
+
+private:
+    std::wstring m_text;
+};
