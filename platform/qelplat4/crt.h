@@ -12,7 +12,12 @@
 /// @return 0, or EINVAL for a time outside that range; every field of `out` is then -1
 QELPLAT4_API int _localtime64_s(std::tm* out, const long long* seconds);
 
-/// Number at the start of the text, after blanks and a sign; 0 when there is none.
+/// Seconds since 1970-01-01 00:00 UTC of a local calendar time, whose fields may lie outside their ranges.
+/// @param local  its fields are brought into their ranges; on failure it is unchanged
+/// @return -1 for a time before 1970 or after the year 3000
+QELPLAT4_API long long _mktime64(std::tm* local);
+
+/// Number at the start of the text, after blanks and a sign; 0 when there is none. Wraps around at 32 bits.
 QELPLAT4_API int _wtoi(const wchar_t* text);
 
 /// Compares without regard to the case of letters. @return below, equal to or above 0

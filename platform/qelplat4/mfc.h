@@ -2,6 +2,7 @@
 #pragma once
 
 #include <qelplat4/export.h>
+#include <qelplat4/oledatetime.h>
 #include <qelplat4/types.h>
 
 #include <string>
