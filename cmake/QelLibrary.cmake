@@ -31,21 +31,72 @@ function(qel_objects name)
     target_link_libraries(${name} PRIVATE qel_options PUBLIC ${ARG_DEPENDS})
 endfunction()
 
-# qel_shared(NAME OBJECTS <object libraries> [USES <libraries of the house>] [DEPENDS <outside libraries>] INCLUDE <folder>)
-# Makes the shared library NAME, seen by others as qelprop4::NAME.
+# qel_public_headers(OUT BASE LIBRARY)
+# The public headers of BASE/LIBRARY: what its header of the same name brings; every header of a folder without one.
+function(qel_public_headers out base library)
+    set(headers "")
+    set(todo ${library}/${library}.h)
+    if(NOT EXISTS ${base}/${library}/${library}.h)
+        file(GLOB todo CONFIGURE_DEPENDS RELATIVE ${base} ${base}/${library}/*.h)
+    endif()
+    while(todo)
+        list(POP_FRONT todo header)
+        if(header IN_LIST headers OR NOT EXISTS ${base}/${header})
+            continue()
+        endif()
+        list(APPEND headers ${header})
+        set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${base}/${header})
+        file(STRINGS ${base}/${header} lines REGEX "^#include <${library}/")
+        foreach(line IN LISTS lines)
+            string(REGEX REPLACE ".*<(.*)>.*" "\\1" included "${line}")
+            list(APPEND todo ${included})
+        endforeach()
+    endwhile()
+    list(TRANSFORM headers PREPEND ${base}/)
+    set(${out} ${headers} PARENT_SCOPE)
+endfunction()
+
+# qel_shared(NAME OBJECTS <object libraries> [USES <libraries of the house>] [DEPENDS <outside libraries>]
+#            INCLUDE <folder> DESCRIPTION <one line>)
+# Makes the shared library NAME, seen by others as qelprop4::NAME, and installs it with its public headers.
 function(qel_shared name)
-    cmake_parse_arguments(ARG "" "INCLUDE" "OBJECTS;USES;DEPENDS" ${ARGN})
+    cmake_parse_arguments(ARG "" "INCLUDE;DESCRIPTION" "OBJECTS;USES;DEPENDS" ${ARGN})
     set(objects "")
     foreach(target IN LISTS ARG_OBJECTS)
         list(APPEND objects $<TARGET_OBJECTS:${target}>)
     endforeach()
     add_library(${name} SHARED ${objects})
     add_library(qelprop4::${name} ALIAS ${name})
-    target_include_directories(${name} INTERFACE
-        $<BUILD_INTERFACE:${ARG_INCLUDE}> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
+    qel_public_headers(headers ${ARG_INCLUDE} ${name})
+    target_sources(${name} PUBLIC FILE_SET HEADERS BASE_DIRS ${ARG_INCLUDE} FILES ${headers})
     target_link_libraries(${name} PUBLIC ${ARG_USES} PRIVATE ${ARG_DEPENDS} $<BUILD_INTERFACE:qel_options>)
-    set_target_properties(${name} PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
+    target_compile_features(${name} INTERFACE cxx_std_17)
+    set_target_properties(${name} PROPERTIES
+        VERSION ${PROJECT_VERSION}
+        SOVERSION ${PROJECT_VERSION_MAJOR}
+        VERIFY_INTERFACE_HEADER_SETS ON
+        INSTALL_RPATH "$ORIGIN"
+        QEL_USES "${ARG_USES}"
+        QEL_DESCRIPTION "${ARG_DESCRIPTION}")
     set_property(GLOBAL APPEND PROPERTY QEL_SHARED_LIBRARIES ${name})
     set_property(GLOBAL APPEND PROPERTY QEL_OBJECT_LIBRARIES ${ARG_OBJECTS})
     set_property(GLOBAL APPEND PROPERTY QEL_OUTSIDE_LIBRARIES ${ARG_DEPENDS})
+endfunction()
+
+# qel_whole(NAME)
+# Makes the static library NAME of every object so far: for tests, benchmarks and fuzz targets, which reach what is
+# hidden in the shared libraries.
+function(qel_whole name)
+    get_property(object_libraries GLOBAL PROPERTY QEL_OBJECT_LIBRARIES)
+    get_property(shared_libraries GLOBAL PROPERTY QEL_SHARED_LIBRARIES)
+    get_property(outside_libraries GLOBAL PROPERTY QEL_OUTSIDE_LIBRARIES)
+    list(REMOVE_ITEM outside_libraries ${shared_libraries})
+    list(REMOVE_DUPLICATES outside_libraries)
+    add_library(${name} STATIC EXCLUDE_FROM_ALL)
+    foreach(target IN LISTS object_libraries)
+        target_sources(${name} PRIVATE $<TARGET_OBJECTS:${target}>)
+    endforeach()
+    set_target_properties(${name} PROPERTIES LINKER_LANGUAGE CXX)
+    target_link_libraries(${name} PUBLIC ${outside_libraries} qel_libeval_headers)
+    target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR})
 endfunction()

@@ -1,0 +1,8 @@
+# Checks of the house itself: what the compiler does not see.
+set(house ${CMAKE_CURRENT_SOURCE_DIR}/house)
+
+add_test(NAME include_direction COMMAND bash ${house}/include-direction.sh ${PROJECT_SOURCE_DIR})
+add_test(NAME tests_registered
+    COMMAND bash ${house}/tests-registered.sh ${PROJECT_SOURCE_DIR} ${PROJECT_BINARY_DIR})
+add_test(NAME headers_alone
+    COMMAND ${CMAKE_COMMAND} --build ${PROJECT_BINARY_DIR} --target all_verify_interface_header_sets)
