@@ -3,6 +3,8 @@
 
 #include <qellib4/export.h>
 
+#include <array>
+#include <cstdint>
 #include <map>
 #include <vector>
 
@@ -26,10 +28,14 @@ public:
     unsigned int Size() const { return m_size; }
     /// @return whether the bit is set; false for any bit that is not held
     bool Test(unsigned int bit) const;
-    /// Sets one bit and grows the vector, in steps of `growth` bits, until it holds it.
+    /// Sets one bit and grows the vector to the next multiple of `growth` bits that holds it; a growth of 0
+    /// counts as 1.
     void Set(unsigned int bit, unsigned int growth);
 
 private:
-    std::map<unsigned int, std::vector<unsigned int>> m_pages;
+    static constexpr unsigned int kWordsOfPage = 32;
+    using TPage = std::array<std::uint32_t, kWordsOfPage>;
+
+    std::map<unsigned int, TPage> m_pages; // by page number; a page without bits is not held
     unsigned int m_size = 0;
 };

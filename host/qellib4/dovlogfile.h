@@ -12,7 +12,9 @@ class CQelException;
 /// A log of entries, one UTF-8 line each, appended to a file.
 ///
 /// A host may override Write to send the entries elsewhere; it then needs no open file. The Add operations
-/// return what Write returned, or true for an entry above the level, which costs one comparison.
+/// return what Write returned, or true for an entry above the level, which costs one comparison. They never
+/// throw: an entry that could not be made or written, for lack of memory or by an exception out of Write, is
+/// lost and gives false. Null texts, file names and exceptions count as empty ones.
 class QELLIB4_API CDovLogfile
 {
 public:
@@ -47,21 +49,26 @@ public:
     void SetLevel(int level) { m_level = level; }
     int GetLevel() const { return m_level; }
 
+    /// Enters the text behind a result code.
     bool AddError(unsigned int code, int line, const wchar_t* file);
+    /// Enters the code's own text, followed by `text` where that is not empty.
     bool AddError(unsigned int code, const wchar_t* text, int line, const wchar_t* file);
     bool AddError(const wchar_t* text, int line, const wchar_t* file);
+    /// Logs an exception and leaves it alive; one without a code of its own is entered under 10003.
     bool AddError(CException* exception, int line, const wchar_t* file);
     bool AddError(CQelException* exception, int line, const wchar_t* file);
     bool AddWarning(const wchar_t* text, int level, int line, const wchar_t* file);
     bool AddInformal(unsigned int code, int level, int line, const wchar_t* file);
     bool AddInformal(const wchar_t* text, int level, int line, const wchar_t* file);
 
-    /// Takes every entry that is to be written. The base writes one line to the open file, flushed at once.
+    /// Takes every entry that is to be written. The base writes one line to the open file, flushed at once:
+    /// time (UTC), kind, code, text and place; line breaks and other control characters are escaped.
     /// @return false when no file is open or the line could not be written
     virtual bool Write(const SEntry& entry);
 
 private:
-    bool Add(EKind kind, unsigned int code, const wchar_t* text, int level, int line, const wchar_t* file);
+    bool Add(EKind kind, unsigned int code, const wchar_t* text, int level, int line,
+             const wchar_t* file) noexcept;
 
     struct SFile;
     std::unique_ptr<SFile> m_file;
@@ -69,6 +76,8 @@ private:
 };
 
 /// Writes "> " and the method's name when made and "< " and the name when it ends. Not copied.
+///
+/// The exit line is written if, and only if, the level let the entry line pass.
 class QELLIB4_API CDovLogfileMethodTracker
 {
 public:
@@ -81,6 +90,8 @@ public:
     ~CDovLogfileMethodTracker();
 
 private:
+    void WriteLine(const wchar_t* mark) noexcept;
+
     CDovLogfile* m_log;
     int m_level;
     const wchar_t* m_method;

@@ -10,9 +10,10 @@
 ///
 /// Byte forms, the same on every machine: 16- and 32-bit integers little-endian; unsigned long as 32 bits;
 /// bool one byte, 0 or 1; a wide string as a 32-bit count of UTF-16 units followed by the units, without a
-/// terminator. Failures are thrown as heap-allocated CQelException: 10011 when a read would pass the end (a
-/// count is tested against the bytes that remain before memory is taken), 17501 for a write to a read-only
-/// stream. A value wider than 32 bits in an unsigned long is refused with 10020: it names nothing.
+/// terminator. Any byte other than 0 is read as true. Failures are thrown as heap-allocated CQelException:
+/// 10011 when a read would pass the end (a count is tested against the bytes that remain before memory is
+/// taken), 17501 for a write to a read-only stream. A value wider than 32 bits in an unsigned long is refused
+/// with 10020 and nothing is written: it names nothing. A value whose read failed is unchanged.
 class QELLIB4_API CQelFile : public CQelBase
 {
 public:
@@ -44,6 +45,7 @@ public:
     CQelFile& operator>>(unsigned int& value);
     CQelFile& operator>>(unsigned long& value);
     CQelFile& operator>>(bool& value);
+    /// When the bytes end before the text does, the position stands behind the count.
     CQelFile& operator>>(std::wstring& value);
 
     /// Starts a CRC-32 over every byte written or read from now on.
@@ -58,9 +60,15 @@ public:
 
 protected:
     /// To be called by Write and Read of every stream with the bytes that really passed.
-    void AddToCheckSum(const void* data, unsigned int size);
+    void AddToCheckSum(const void* data, unsigned int size)
+    {
+        if (m_checkSumOn)
+            Accumulate(data, size);
+    }
 
 private:
+    void Accumulate(const void* data, unsigned int size);
+
     bool m_checkSumOn = false;
     std::uint32_t m_checkSum = 0;
 };

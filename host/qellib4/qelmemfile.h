@@ -6,6 +6,8 @@
 #include <cstddef>
 
 /// A stream in memory that grows as it is written. Not copied.
+///
+/// Memory that cannot be had throws std::bad_alloc and leaves the stream as it was.
 class QELLIB4_API CQelMemFile : public CQelFile
 {
 public:

@@ -20,6 +20,7 @@ public:
     /// Reads a decimal number at the start of a text, whatever the user's locale.
     ///
     /// Blanks, a sign, digits with at most one decimal separator (full stop, comma or U+066B) and an exponent
-    /// are read as far as they go; a text without a number, or a null pointer, gives 0.
+    /// are read as far as they go ("-1.234,5x" is -1.234); a text without a number, or a null pointer,
+    /// gives 0. The result is the nearest double, infinite where the number is too large for one.
     static double StringToFloat(const wchar_t* text);
 };
