@@ -3,6 +3,7 @@
 
 #include <qellib4/bitvector.h>
 #include <qellib4/dovlogfile.h>
+#include <qellib4/exceptionguard.h>
 #include <qellib4/qelbase.h>
 #include <qellib4/qelexception.h>
 #include <qellib4/qelfile.h>

@@ -1,24 +1,7 @@
-// operation.cpp: log lines of an operation and the one home of the catch clauses.
+// operation.cpp: log lines of an operation.
 #include "operation.h"
 
-#include <qellib4/qelexception.h>
-
 namespace qel {
-namespace {
-
-// Logging an exception can itself run out of memory; the code counts more than the line.
-template <class Log>
-void TryToLog(CDovLogfile* log, Log&& write) noexcept
-{
-    if (log == nullptr)
-        return;
-    try {
-        write();
-    } catch (...) {
-    }
-}
-
-} // namespace
 
 unsigned int LogFault(CDovLogfile* log, unsigned int code, SSite site)
 {
@@ -49,25 +32,6 @@ unsigned int COperation::Done(unsigned int code, unsigned int quiet)
         m_log->AddError(code, L"", m_site.line, m_site.file);
     m_log->AddInformal(L"- Done", m_level, m_site.line, m_site.file);
     return code;
-}
-
-unsigned int ResultOfCurrentException(CDovLogfile* log, SSite site) noexcept
-{
-    try {
-        throw;
-    } catch (CQelException* exception) {
-        const unsigned int code = exception->GetCode();
-        TryToLog(log, [&] { log->AddError(exception, site.line, site.file); });
-        exception->Delete();
-        return code;
-    } catch (CException* exception) {
-        TryToLog(log, [&] { log->AddError(exception, site.line, site.file); });
-        exception->Delete();
-        return kFrameworkException;
-    } catch (...) {
-        TryToLog(log, [&] { log->AddError(kUnknownException, L"...", site.line, site.file); });
-        return kUnknownException;
-    }
 }
 
 } // namespace qel

@@ -1,18 +1,12 @@
-// operation.h: the frame of every database operation: entry line, closing line, and exceptions turned into
-// codes.
+// operation.h: the frame of every database operation: entry line and closing line; what it throws becomes its
+// code in qellib4's exceptionguard.h.
 #pragma once
 
 #include <qellib4/dovlogfile.h>
+#include <qellib4/exceptionguard.h>
 #include <qellib4/resultcodes.h>
 
 namespace qel {
-
-/// A place in the sources, as log entries name it.
-struct SSite
-{
-    const wchar_t* file; ///< one of the two fixed source names
-    int line;
-};
 
 inline constexpr const wchar_t* kSourceQelPropDB = L".\\qelpropdb";
 inline constexpr const wchar_t* kSourceQelPropDB3X = L".\\qelpropdb3x";
@@ -43,22 +37,5 @@ private:
     int m_level;
     SSite m_site;
 };
-
-/// Turns the exception that is being handled into a result code and logs it; to be called in a catch clause.
-///
-/// A CQelException gives its own code, any other framework exception 10003, anything else 10002. Never
-/// throws.
-unsigned int ResultOfCurrentException(CDovLogfile* log, SSite site) noexcept;
-
-/// Runs the body of an operation and gives its result, or the code of the exception that ended it.
-template <class Body>
-unsigned int RunOperation(CDovLogfile* log, SSite site, Body&& body) noexcept
-{
-    try {
-        return body();
-    } catch (...) {
-        return ResultOfCurrentException(log, site);
-    }
-}
 
 } // namespace qel
