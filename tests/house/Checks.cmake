@@ -6,3 +6,5 @@ add_test(NAME tests_registered
     COMMAND bash ${house}/tests-registered.sh ${PROJECT_SOURCE_DIR} ${PROJECT_BINARY_DIR})
 add_test(NAME headers_alone
     COMMAND ${CMAKE_COMMAND} --build ${PROJECT_BINARY_DIR} --target all_verify_interface_header_sets)
+add_test(NAME sizes COMMAND bash ${PROJECT_SOURCE_DIR}/scripts/report-sizes)
+add_test(NAME readme_example COMMAND bash ${PROJECT_SOURCE_DIR}/scripts/update-readme --check)
