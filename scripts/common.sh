@@ -1,4 +1,5 @@
 # common.sh: what the scripts share. A script sets `purpose` and `options` for --help, then reads this file.
+# They must work where /proc is not mounted: no <(...), which needs /dev/fd.
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 jobs=$(nproc 2>/dev/null || echo 2)

@@ -34,7 +34,7 @@ count_results() {
         [ -s "$1/results/test_$name.xml" ] && counts=$(count_cases "$1/results/test_$name.xml" "$status")
         read -r p f s <<<"$counts"
         passed=$((passed + p)) failed=$((failed + f)) skipped=$((skipped + s))
-    done < <(sed -n 's/.*<testcase name="\([^"]*\)".* status="\([^"]*\)".*/\1\t\2/p' "$1/results.xml")
+    done <<<"$(sed -n 's/.*<testcase name="\([^"]*\)".* status="\([^"]*\)".*/\1\t\2/p' "$1/results.xml")"
 }
 
 # count_cases FILE STATUS: passed, failed and skipped cases of one program; a crash after the last case is a failure.

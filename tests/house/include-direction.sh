@@ -58,7 +58,7 @@ while read -r place from to; do
         echo "$place: $from must not include $to"
         faults=$((faults + 1))
     fi
-done < <(edges)
+done <<<"$(edges)"
 
 echo "includes from folder to folder:"
 edges | awk '$2 != $3 { n[$2 " -> " $3]++ } END { for (edge in n) printf "%5d  %s\n", n[edge], edge }' | sort -k2

@@ -9,7 +9,7 @@ while read -r file; do
     grep -q "\"file\": \"$PWD/$file\"" "$registered" && continue
     echo "$file: not in the build"
     missing=$((missing + 1))
-done < <(find tests -name '*_test.cpp' | sort)
+done <<<"$(find tests -name '*_test.cpp' | sort)"
 off=$(grep -rnE 'DISABLED_|^[ \t]*#[ \t]*if[ \t]+0' tests libeval host platform tools --include='*.cpp' --include='*.h' 2>/dev/null || true)
 [ -z "$off" ] || echo "$off"
 echo "$count test files, $missing not in the build"
