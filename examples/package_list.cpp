@@ -49,9 +49,10 @@ int CountDependencies(const std::string& list)
 
 long long UnpackedAt(const std::filesystem::path& info, const std::string& name, const std::string& machine)
 {
-    for (const std::string& file : {name + ".list", name + ":" + machine + ".list"}) {
+    const std::string qualified = name + ":" + machine; // of packages that can be there for several machines
+    for (const std::string& file : {name, qualified}) {
         std::error_code failure;
-        const auto time = std::filesystem::last_write_time(info / file, failure);
+        const auto time = std::filesystem::last_write_time(info / (file + ".list"), failure);
         if (failure)
             continue;
         // C++17 has no conversion between the two clocks: measure both now.

@@ -1,0 +1,28 @@
+#!/usr/bin/env bash
+# exported-classes.sh BUILD [--print]: the classes and free functions that the shared libraries export are those of the
+# kept list beside this script.
+set -euo pipefail
+kept=$(dirname "$0")/exported-classes.txt
+
+# Prints "library class" or "library function()" once for each; instances of the standard library's templates are not
+# ours to keep.
+exported() {
+    for library in qelplat4 qellib4 qelsq4 qelfdb4 qelprop4; do
+        nm -DC --defined-only "$1/lib/lib$library.so" | awk -v library=$library '
+            {
+                name = substr($0, 20)
+                if (name ~ /^(typeinfo|vtable|VTT|guard variable|construction vtable|(non-)?virtual thunk)/) next
+                sub(/\(.*/, "", name); sub(/\[abi:[a-z0-9]*\]/, "", name)
+                if (name ~ /(std|__gnu_cxx)::/) next
+                if (name ~ /::/ && name !~ /^qel::[^:]*$/) sub(/::[^:]*$/, "", name)
+                else name = name "()"
+                print library, name
+            }'
+    done | sort -u
+}
+
+if [ "${2:-}" = --print ]; then
+    exported "$1"
+    exit
+fi
+exported "$1" | diff "$kept" - || { echo "not the kept list: < is missing, > is new"; exit 1; }
