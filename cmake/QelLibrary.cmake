@@ -2,7 +2,8 @@
 
 add_library(qel_options INTERFACE)
 target_compile_options(qel_options INTERFACE
-    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror
+    $<$<CXX_COMPILER_ID:Clang>:-Wno-sign-conversion>) # part of -Wconversion for clang alone
 if(QEL_SANITIZE)
     target_compile_options(qel_options INTERFACE
         -fsanitize=${QEL_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
