@@ -17,12 +17,13 @@ class TavBlob;
 ///
 /// It owns its text or bytes; copies are deep, and a value moved from is null. Text inside the value is
 /// UTF-16 whatever the width of wchar_t. Setters report no failure but lack of memory (std::bad_alloc, the
-/// value then being empty); a value is used by one thread at a time.
+/// value then being unchanged); a value is used by one thread at a time.
 class QELPROP4_API CQelProperty : public CQelBase
 {
 public:
-    /// Types of a value; stored as 32-bit signed numbers.
-    enum EType
+    /// Types of a value; stored as 32-bit signed numbers. A value read from stored bytes may carry a number
+    /// that is none of these.
+    enum EType : int
     {
         eNull = 0,
         eString = 1,
@@ -44,12 +45,12 @@ public:
     /// The scalar payload. Setters write zeros to the bytes that the type does not use.
     union UValue
     {
+        unsigned long long nUInt64; // first, so that an empty initialiser clears all eight bytes
+        long long nInt64;
         int nInt;
         unsigned int nUInt;
         std::uint32_t nULong; ///< object id of a reference
-        long long nInt64;
-        unsigned long long nUInt64;
-        double dDouble; ///< also the OLE date of a date, a time and a date-time
+        double dDouble;       ///< also the OLE date of a date, a time and a date-time
         bool bBool;
         long long nCurrency; ///< in ten-thousandths
     };

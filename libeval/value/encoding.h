@@ -1,0 +1,18 @@
+// encoding.h: the stored form of a value, in and out of flat bytes.
+#pragma once
+
+#include <cstddef>
+
+class CQelProperty;
+class TavBlob;
+
+namespace qel {
+
+/// Replaces the blob's content by the stored form of the value.
+void EncodeInto(TavBlob& blob, const CQelProperty& value);
+
+/// Reads a value from its stored form; bytes after it are left alone, and the time bias stays as it was.
+/// @throws CQelException* 10011 when the bytes end early; the value is then null
+void DecodeFrom(const unsigned char* data, std::size_t size, CQelProperty& value);
+
+} // namespace qel
