@@ -11,14 +11,20 @@
 #include <vector>
 
 class CQelSQLite;
+class CSQLiteTransaction;
+
+namespace qel {
+class COperation;
+}
 
 /// User-defined tables, columns and records inside an SQLite database that the host opens and keeps.
 ///
 /// Every operation that returns a code gives 10001 on success, 17500 when the database is not open, 17501 for
 /// a change of a read-only one, 10002 and 10003 for exceptions (lack of memory is 10002), and codes of the
 /// SQL layer (17300 plus SQLite's) unchanged; nothing is thrown. A change is written whole or not at all.
-/// Object ids are 32-bit numbers; a wider one names nothing (10020). Database and log are the host's and must
-/// outlive the object; copies share both. One thread at a time.
+/// Object ids are 32-bit numbers; a wider one names nothing (10020), and rows that others wrote under wider
+/// or negative ones are left alone: listings and the catalogue pass them over with a warning in the log.
+/// Database and log are the host's and must outlive the object; copies share both. One thread at a time.
 class QELPROP4_API CQelPropDB : public CQelBase
 {
 public:
@@ -37,9 +43,16 @@ public:
     ~CQelPropDB() override;
 
     /// Creates an empty schema, dropping any old one, or loads the catalogue and repairs display orders.
-    /// @param create  true drops every table, column and record; the catalogue in memory stays as it was
+    ///
+    /// A database without the schema loads as an empty catalogue. Of columns that share the display order 0,
+    /// all but the first are moved behind the table's last one, unless the database is read-only.
+    /// @param create  true drops every table, column and record, or none when it fails; the catalogue in
+    /// memory
+    ///                stays as it was
     /// @param db      replaces the database unless it is null
-    /// @return 17201 when the schema could not be created
+    /// @return 17201 when the schema could not be created or a repair failed; 10011 when a column's default
+    /// value
+    ///         is damaged: the catalogue is loaded, with null in its place
     unsigned int Attach(bool create, CQelSQLite* db);
     /// Empties catalogue and cache; sends message 1 if the database is open. Always 10001.
     unsigned int Close();
@@ -49,7 +62,10 @@ public:
 
     /// @param log  not owned; null switches logging off
     void SetLogfile(CDovLogfile* log);
-    /// @param callback  null switches notification off
+    /// @param callback  null switches notification off. It may call any operation of this object, but must
+    /// not
+    ///                  end or assign to it; an exception that it throws turns the operation's result into
+    ///                  10002, while the change that it was told of stands
     /// @param user      handed back to the callback
     void SetNotifyCallback(TQelNotifyCallback callback, unsigned int user);
 
@@ -103,17 +119,22 @@ public:
                                 CQelTable::SQelColumn& column);
 
     /// Stores one record, whole or not at all.
+    /// A new oid is one more than the largest in the table. The message sent is 6 when `recordOid` was handed
+    /// in as anything but 0, whether it was used or not, and 5 otherwise.
     /// @param recordOid    in: the oid to write under if `useGivenOid`, 0 for the next free one;
-    ///                     out: on 10001, the oid under which the record stands
+    ///                     out: on 10001, the oid under which the record stands; otherwise as it was, or 0
+    ///                     once the database was found writable and `useGivenOid` is false
     /// @param values       copied; an element whose column oid is 0 is skipped
-    /// @return 10020 no such table; 17201 no transaction could be begun or no new oid be had
+    /// @return 10020 no such table, or an oid wider than 32 bits; 17201 no transaction could be begun or no
+    /// new
+    ///         oid be had
     unsigned int AddRecord(unsigned long tableOid, unsigned long& recordOid,
                            const std::vector<SQelPropColumnData>& values, bool useGivenOid);
     /// Writes values of one record; columns that are not named keep theirs. Codes as AddRecord.
     unsigned int SetRecord(unsigned long tableOid, unsigned long recordOid,
                            const std::vector<SQelPropColumnData>& values);
     /// Reads one record: one element per column in the table's order, null where nothing is stored.
-    /// @param out  on failure in an unspecified but valid state
+    /// @param out  keeps its memory where it fits; on failure in an unspecified but valid state
     /// @return 10001 for a record that does not exist, too; 10020 no such table; 10011 a stored value is
     /// damaged
     unsigned int GetRecord(unsigned long tableOid, unsigned long recordOid,
@@ -132,7 +153,7 @@ public:
     /// The reference is good until the next operation that changes anything.
     const std::map<unsigned long, std::vector<SQelPropColumnData>>& GetBulkRecords();
     /// Lists a table's record oids.
-    /// @param oids       out: emptied first
+    /// @param oids       out: unchanged with 17500 and 10020, empty with any other failure
     /// @param sortItems  null: in the order in which the records were first stored; an empty list gives no
     /// oids
     /// @return 10020 no such table; codes of GetRecord
@@ -143,11 +164,25 @@ protected:
     /// Calls the callback. @return its result; true without one
     bool DoNotify(EPropDBMessage message, unsigned long first, unsigned long second);
     /// Rebuilds a catalogue from the database.
+    /// @param tables  out: the catalogue; empty after a failure other than 10011
+    /// @return 10011 when a column's default value is damaged; null stands in its place
     unsigned int LoadTables(std::map<unsigned long, CQelTable>& tables);
+    /// Reads every record of the table with oid 1000. @return 10020 when there is none; the cache is then
+    /// empty, as after any failure
     unsigned int FillBulkCache();
     void ClearBulkCache();
 
 private:
+    unsigned int CreateSchema();
+    unsigned int OpenSchema();
+    unsigned int RepairDisplayOrders();
+    unsigned int InsertTable(const CQelTable& table, unsigned long& tableOid);
+    unsigned int CommitAndReload(CSQLiteTransaction& transaction, int loads = 1);
+    template <class Statements>
+    unsigned int ChangeCatalogue(const Statements& statements, int loads = 1);
+    unsigned int EndTableChange(qel::COperation& operation, unsigned long tableOid, unsigned int code);
+    unsigned int ReadBulkRecords(const CQelTable& table);
+
     CDovLogfile* m_log = nullptr;
     TQelNotifyCallback m_callback = nullptr;
     unsigned int m_callbackUser = 0;

@@ -1,0 +1,18 @@
+// catalogue_change.h: the one way in which the catalogue changes.
+#pragma once
+
+#include "frame.h"
+
+/// Runs statements in one transaction that ends with the catalogue read back; all or nothing.
+/// @param statements  gives the result code of the first one that failed, or success
+/// @param loads       how often the catalogue is read back
+/// @return 17201 when no transaction could be begun
+template <class Statements>
+unsigned int CQelPropDB::ChangeCatalogue(const Statements& statements, int loads)
+{
+    CSQLiteTransaction transaction(m_db, false);
+    if (!transaction.BeginTrans())
+        return qel::kCannotChange;
+    const unsigned int code = statements();
+    return code == qel::kSuccess ? CommitAndReload(transaction, loads) : code;
+}
