@@ -20,7 +20,7 @@ bool CPictureReader::Next(SPicturePiece& piece)
     const wchar_t first = m_rest.front();
     const bool isField = m_letters.find(first) != std::wstring_view::npos;
     const std::size_t count = isField ? std::min(m_rest.find_first_not_of(first), m_rest.size()) : 1;
-    piece = {isField ? first : L'\0', isField ? count : 0, m_rest.substr(0, count)};
+    piece = {isField ? first : L'\0', isField ? count : 0, m_rest.substr(0, count), false};
     m_rest.remove_prefix(count);
     return true;
 }
@@ -33,7 +33,7 @@ SPicturePiece CPictureReader::Quoted()
     const std::wstring_view text = m_rest.substr(0, doubled ? quote + 1 : quote);
     m_rest.remove_prefix(std::min(m_rest.size(), doubled ? quote + 2 : quote + 1));
     m_inQuotes = doubled;
-    return {L'\0', 0, text};
+    return {L'\0', 0, text, true};
 }
 
 } // namespace qel

@@ -12,6 +12,7 @@ struct SPicturePiece
     wchar_t letter;         ///< 0 for text
     std::size_t count;      ///< of the letter
     std::wstring_view text; ///< as it is to be written
+    bool quoted;            ///< for text: it stood between quotes
 };
 
 /// Takes a picture apart, letter runs by the given alphabet; everything else is text.

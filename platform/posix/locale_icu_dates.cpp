@@ -66,18 +66,14 @@ std::wstring FieldOf(wchar_t letter, std::size_t count, EYear year)
     }
 }
 
-/// Text of a picture, between quotes if it holds a letter that could be taken for a field.
-std::wstring TextOf(std::wstring_view text)
+/// Adds text to a picture. Quotes stay where the pattern has them, since they hold letters that are fields
+/// elsewhere.
+void AddText(std::wstring& picture, const SPicturePiece& piece, bool inQuotes)
 {
-    std::wstring quoted;
-    for (const wchar_t c : text) {
-        quoted += c;
-        if (c == L'\'')
-            quoted += c;
-    }
-    const bool needsQuotes =
-        text.find_first_of(kIcuLetters) != std::wstring_view::npos || quoted.size() > text.size();
-    return needsQuotes ? L'\'' + quoted + L'\'' : quoted;
+    if (piece.quoted && !inQuotes)
+        picture += L'\'';
+    for (const wchar_t c : piece.text)
+        picture.append(c == L'\'' ? 2 : 1, c);
 }
 
 std::wstring PictureOf(const icu::SimpleDateFormat& format, EYear year)
@@ -86,9 +82,17 @@ std::wstring PictureOf(const icu::SimpleDateFormat& format, EYear year)
     const std::wstring source = WideOf(format.toPattern(pattern));
     CPictureReader reader(source, kIcuLetters);
     std::wstring picture;
-    for (SPicturePiece piece{}; reader.Next(piece);)
-        picture += piece.letter != 0 ? FieldOf(piece.letter, piece.count, year) : TextOf(piece.text);
-    return picture;
+    bool inQuotes = false;
+    for (SPicturePiece piece{}; reader.Next(piece);) {
+        if (inQuotes && !piece.quoted)
+            picture += L'\'';
+        if (piece.letter == 0)
+            AddText(picture, piece, inQuotes);
+        else
+            picture += FieldOf(piece.letter, piece.count, year);
+        inQuotes = piece.quoted;
+    }
+    return inQuotes ? picture + L'\'' : picture;
 }
 
 /// CLDR parts the mark of the day's half from the hour with a narrow or a no-break space; a plain one is
