@@ -1,0 +1,51 @@
+// failure.cpp: which exit status and which words a result code becomes.
+#include "failure.h"
+
+#include <qellib4/qellib4.h>
+
+namespace tool {
+namespace {
+
+constexpr unsigned int kSqlError = 17300;
+
+bool IsDamage(unsigned int code)
+{
+    constexpr unsigned int kCorrupt = kSqlError + 11;
+    constexpr unsigned int kNotADatabase = kSqlError + 26;
+    return code == qel::kChecksumMismatch || code == qel::kEndOfStream || code == qel::kRecordDamaged ||
+           code == kCorrupt || code == kNotADatabase;
+}
+
+std::string WordsOf(unsigned int code)
+{
+    std::string text = TavCharConvert().ToUTF8(qel::ResultText(code));
+    // Result texts are sentences; a message of the program goes on from its file name.
+    if (text.size() > 1 && text[0] >= 'A' && text[0] <= 'Z' && !(text[1] >= 'A' && text[1] <= 'Z'))
+        text[0] = static_cast<char>(text[0] - 'A' + 'a');
+    return text;
+}
+
+} // namespace
+
+EExit ExitOf(unsigned int code)
+{
+    if (code == qel::kSuccess)
+        return EExit::eDone;
+    if (code == qel::kNotFound || code == qel::kFileMissing)
+        return EExit::eNotFound;
+    if ((code >= qel::kInvalidName && code <= qel::kStillReferenced) || code == qel::kFileExists)
+        return EExit::eRefused;
+    return IsDamage(code) ? EExit::eFaults : EExit::eFailed;
+}
+
+SFailure FailureOf(unsigned int code, const std::string& file, const std::string& doing)
+{
+    SFailure failure;
+    failure.exit = ExitOf(code);
+    failure.file = file;
+    failure.message = (doing.empty() ? "" : doing + ": ") + WordsOf(code);
+    failure.code = code;
+    return failure;
+}
+
+} // namespace tool

@@ -1,0 +1,268 @@
+// legacy_file.cpp: commands' view of CQelPropDB3X; turns slots into values that name their column.
+#include "legacy_file.h"
+
+#include "display_order.h"
+
+#include <algorithm>
+
+namespace tool {
+
+CLegacyFile::CLegacyFile(const std::wstring& path, const SOptions& options) : m_path(path), m_options(options)
+{
+    m_database.SetLogfile(options.log);
+}
+
+CLegacyFile::~CLegacyFile()
+{
+    if (m_database.BlobDB().IsOpen())
+        m_database.BlobDB().RollbackBatch();
+    m_database.Close();
+}
+
+std::unique_ptr<CPropertyFile> CLegacyFile::Open(const std::wstring& path, const SOptions& options)
+{
+    std::unique_ptr<CLegacyFile> file(new CLegacyFile(path, options));
+    const bool readOnly = options.access == EAccess::eRead;
+    file->Require(file->m_database.Open(path, readOnly), "cannot open");
+    if (!readOnly)
+        file->Begin();
+    return file;
+}
+
+std::unique_ptr<CPropertyFile> CLegacyFile::Create(const std::wstring& path, const SOptions& options)
+{
+    std::unique_ptr<CLegacyFile> file(new CLegacyFile(path, options));
+    // Create goes on after a store that could not be made, so the store is asked first.
+    CDovBlobDB store;
+    file->Require(store.Create(path, 1), "cannot create");
+    file->Require(store.Close(), "cannot create");
+    file->Require(file->m_database.Create(path), "cannot create");
+    file->Begin();
+    return file;
+}
+
+void CLegacyFile::Require(unsigned int code, const char* doing) const
+{
+    if (code != qel::kSuccess)
+        throw FailureOf(code, TavCharConvert().ToUTF8(m_path), doing);
+}
+
+void CLegacyFile::Begin()
+{
+    Require(m_database.BlobDB().BeginBatch(), "cannot begin to write");
+}
+
+void CLegacyFile::Commit()
+{
+    Require(m_database.BlobDB().CommitBatch(), "cannot save");
+    Require(m_database.BlobDB().Flush(), "cannot save");
+    Begin();
+}
+
+void CLegacyFile::Rollback() noexcept
+{
+    if (m_options.access != EAccess::eWrite || !m_database.BlobDB().IsOpen())
+        return;
+    m_database.BlobDB().RollbackBatch();
+}
+
+std::vector<CQelTable> CLegacyFile::Tables()
+{
+    std::vector<unsigned long> oids;
+    Require(m_database.GetTables(oids), "cannot list the tables");
+    std::vector<CQelTable> tables;
+    tables.reserve(oids.size());
+    for (const unsigned long oid : oids) {
+        CQelTable3X table(oid);
+        Require(m_database.GetTable(table), "cannot read a table");
+        tables.emplace_back(oid);
+        CQelTable::SData& data = tables.back().Properties();
+        data.name = table.Properties().name;
+        data.description = table.Properties().description;
+        data.flag = table.Properties().flag;
+        data.columns.assign(table.Columns().begin(), table.Columns().end());
+        SortByDisplayOrder(data.columns);
+    }
+    return tables;
+}
+
+const CQelTable3X& CLegacyFile::Table(unsigned long tableOid)
+{
+    if (m_table.Properties().oid == tableOid && tableOid != 0)
+        return m_table;
+    CQelTable3X table(tableOid);
+    Require(m_database.GetTable(table), "no such table");
+    m_table = std::move(table);
+    return m_table;
+}
+
+CQelTable3X::SQelColumn CLegacyFile::StoredColumn(unsigned long tableOid, unsigned long columnOid)
+{
+    CQelTable3X::SQelColumn column;
+    if (!Table(tableOid).GetColumn(columnOid, column))
+        Require(qel::kNotFound, "no such column");
+    return column;
+}
+
+void CLegacyFile::AddTable(CQelTable& table)
+{
+    m_table = CQelTable3X();
+    CQelTable3X added;
+    added.Properties().name = table.Properties().name;
+    added.Properties().description = table.Properties().description;
+    added.Properties().flag = table.Properties().flag;
+    int place = 0;
+    for (const CQelTable::SQelColumn& column : table.Columns()) {
+        CQelTable3X::SQelColumn copy;
+        static_cast<CQelTable::SQelColumn&>(copy) = column;
+        // The database numbers columns only when they are added one by one.
+        copy.oid = static_cast<unsigned long>(place) + 1;
+        copy.displayOrder = place;
+        copy.dataIndex = place;
+        ++place;
+        added.Properties().columns.push_back(std::move(copy));
+    }
+    Require(m_database.AddTable(added), "cannot add the table");
+    table.Properties().oid = added.Properties().oid;
+}
+
+void CLegacyFile::RenameTable(unsigned long tableOid, const std::wstring& name)
+{
+    m_table = CQelTable3X();
+    Require(m_database.RenameTable(tableOid, name), "cannot rename the table");
+}
+
+void CLegacyFile::RemoveTable(unsigned long tableOid)
+{
+    m_table = CQelTable3X();
+    Require(m_database.RemoveTable(tableOid), "cannot remove the table");
+}
+
+unsigned long CLegacyFile::AddColumn(unsigned long tableOid, const CQelTable::SQelColumn& column)
+{
+    const CQelTable3X& table = Table(tableOid);
+    CQelTable3X::SQelColumn added;
+    static_cast<CQelTable::SQelColumn&>(added) = column;
+    added.displayOrder = static_cast<int>(table.Columns().size());
+    // A slot left to the database could be one that another column has, once a column was removed.
+    added.dataIndex = 0;
+    for (const CQelTable3X::SQelColumn& present : table.Columns())
+        added.dataIndex = std::max(added.dataIndex, present.dataIndex + 1);
+    m_table = CQelTable3X();
+    Require(m_database.TableAddColumn(tableOid, added), "cannot add the column");
+    return added.oid;
+}
+
+void CLegacyFile::ModifyColumn(unsigned long tableOid, const CQelTable::SQelColumn& column)
+{
+    CQelTable3X::SQelColumn modified = StoredColumn(tableOid, column.oid);
+    static_cast<CQelTable::SQelColumn&>(modified) = column;
+    m_table = CQelTable3X();
+    Require(m_database.TableModifyColumn(tableOid, modified), "cannot change the column");
+}
+
+void CLegacyFile::RenameColumn(unsigned long tableOid, unsigned long columnOid, const std::wstring& name)
+{
+    m_table = CQelTable3X();
+    Require(m_database.RenameColumn(tableOid, columnOid, name), "cannot rename the column");
+}
+
+void CLegacyFile::RemoveColumn(unsigned long tableOid, unsigned long columnOid)
+{
+    m_table = CQelTable3X();
+    // The removal copies and reopens the store's file, which ends a batch.
+    Require(m_database.BlobDB().CommitBatch(), "cannot save");
+    Require(m_database.TableRemoveColumn(tableOid, columnOid), "cannot remove the column");
+    Begin();
+}
+
+void CLegacyFile::MoveColumn(unsigned long tableOid, unsigned long columnOid, unsigned int position)
+{
+    std::vector<CQelTable3X::SQelColumn> columns = Table(tableOid).Columns();
+    MoveTo(columns, columnOid, position);
+    NumberInOrder(columns);
+    // Every change renumbers the rest, so the columns are set from the front to their final places.
+    for (CQelTable3X::SQelColumn& column : columns) {
+        m_table = CQelTable3X();
+        const std::vector<CQelTable3X::SQelColumn> now = Table(tableOid).Columns();
+        const auto place = static_cast<std::size_t>(column.displayOrder);
+        if (now[place].oid != column.oid)
+            Require(m_database.TableSwapDisplayOrder(tableOid, column.oid, now[place].oid),
+                    "cannot move the column");
+    }
+    m_table = CQelTable3X();
+}
+
+CRecord CLegacyFile::BySlot(unsigned long tableOid, const CRecord& record)
+{
+    const std::vector<CQelTable3X::SQelColumn>& columns = Table(tableOid).Columns();
+    CRecord slots(columns.size());
+    for (const CQelTable3X::SQelColumn& column : columns) {
+        CRecord::const_iterator given;
+        if (record.empty() || !CQelTable::GetColumnData(column.oid, record, given))
+            continue;
+        if (column.dataIndex < 0 || static_cast<std::size_t>(column.dataIndex) >= slots.size())
+            Require(qel::kWrongValueType, "the column has no slot in its table's records");
+        slots[static_cast<std::size_t>(column.dataIndex)] = *given;
+    }
+    return slots;
+}
+
+unsigned long CLegacyFile::AddRecord(unsigned long tableOid, const CRecord& record, unsigned long givenOid)
+{
+    unsigned long oid = givenOid;
+    Require(m_database.AddRecord(tableOid, oid, BySlot(tableOid, record), givenOid != 0),
+            "cannot add the record");
+    return oid;
+}
+
+void CLegacyFile::SetRecord(unsigned long tableOid, unsigned long recordOid, const CRecord& record)
+{
+    CRecord whole;
+    if (!GetRecord(tableOid, recordOid, whole))
+        whole.clear();
+    for (const SQelPropColumnData& data : record) {
+        CRecord::iterator present;
+        if (CQelTable::GetColumnData(data.columnOid, whole, present))
+            present->value = data.value;
+        else
+            whole.push_back(data);
+    }
+    Require(m_database.SetRecord(tableOid, recordOid, BySlot(tableOid, whole)), "cannot write the record");
+}
+
+void CLegacyFile::RemoveRecord(unsigned long tableOid, unsigned long recordOid)
+{
+    Require(m_database.RemoveRecord(tableOid, recordOid), "cannot remove the record");
+}
+
+bool CLegacyFile::HasRecord(unsigned long tableOid, unsigned long recordOid)
+{
+    return m_database.HasRecord(tableOid, recordOid);
+}
+
+bool CLegacyFile::GetRecord(unsigned long tableOid, unsigned long recordOid, CRecord& record)
+{
+    const unsigned int code = m_database.GetRecord(tableOid, recordOid, record);
+    if (code == qel::kNotFound && !HasRecord(tableOid, recordOid))
+        return false;
+    Require(code, "cannot read the record");
+    SortLike(Table(tableOid).Columns(), record);
+    return true;
+}
+
+unsigned int CLegacyFile::CountRecords(unsigned long tableOid)
+{
+    unsigned int count = 0;
+    Require(m_database.GetRecordCount(tableOid, count), "cannot count the records");
+    return count;
+}
+
+std::vector<unsigned long> CLegacyFile::RecordOids(unsigned long tableOid)
+{
+    std::vector<unsigned long> oids;
+    Require(m_database.GetRecordOids(tableOid, oids, nullptr), "cannot list the records");
+    return oids;
+}
+
+} // namespace tool

@@ -1,0 +1,66 @@
+// property_file.cpp: tells which kind of database a file is, and opens it.
+#include "property_file.h"
+
+#include "legacy_file.h"
+#include "sqlite_file.h"
+
+#include <filesystem>
+
+namespace tool {
+namespace {
+
+std::string Utf8(const std::wstring& text)
+{
+    return TavCharConvert().ToUTF8(text);
+}
+
+SFailure Failure(EExit exit, const std::wstring& path, const std::string& message,
+                 const std::string& hint = {})
+{
+    SFailure failure;
+    failure.exit = exit;
+    failure.file = Utf8(path);
+    failure.message = message;
+    failure.hint = hint;
+    return failure;
+}
+
+bool Exists(const std::wstring& path)
+{
+    std::error_code error;
+    return std::filesystem::exists(std::filesystem::u8path(Utf8(path)), error);
+}
+
+// A store is told by the store itself, so that its mark has one home.
+EKind KindOf(const std::wstring& path)
+{
+    CDovBlobDB store;
+    const unsigned int code = store.Open(path, true);
+    return code == qel::kNotAStore ? EKind::eSQLite : EKind::eLegacy;
+}
+
+} // namespace
+
+CPropertyFile::~CPropertyFile() = default;
+
+std::unique_ptr<CPropertyFile> CPropertyFile::Open(const std::wstring& path, const SOptions& options)
+{
+    if (!Exists(path))
+        throw Failure(EExit::eNotFound, path, "no such file");
+    if (KindOf(path) == EKind::eLegacy)
+        return CLegacyFile::Open(path, options);
+    return CSQLiteFile::Open(path, options);
+}
+
+std::unique_ptr<CPropertyFile> CPropertyFile::Create(const std::wstring& path, EKind kind, bool lookupIndexes,
+                                                     bool force, const SOptions& options)
+{
+    if (kind == EKind::eSQLite)
+        return CSQLiteFile::Create(path, lookupIndexes, force, options);
+    if (Exists(path) && !force)
+        throw Failure(EExit::eRefused, path, "the file exists already",
+                      "--force replaces it, if it is a legacy store");
+    return CLegacyFile::Create(path, options);
+}
+
+} // namespace tool

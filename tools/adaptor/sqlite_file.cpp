@@ -1,0 +1,251 @@
+// sqlite_file.cpp: commands' view of CQelPropDB.
+#include "sqlite_file.h"
+
+#include "display_order.h"
+
+#include <algorithm>
+
+namespace tool {
+
+CSQLiteFile::CSQLiteFile(const std::wstring& path, const SOptions& options)
+    : m_path(path), m_options(options), m_database(nullptr)
+{
+    m_database.SetLogfile(options.log);
+}
+
+CSQLiteFile::~CSQLiteFile()
+{
+    Rollback();
+    m_database.Close();
+}
+
+std::unique_ptr<CPropertyFile> CSQLiteFile::Open(const std::wstring& path, const SOptions& options)
+{
+    std::unique_ptr<CSQLiteFile> file(new CSQLiteFile(path, options));
+    file->OpenConnection(options.access == EAccess::eRead);
+    if (options.access == EAccess::eWrite)
+        file->Begin();
+    file->Require(file->m_database.Attach(false, &file->m_sqlite), "cannot read the tables");
+    return file;
+}
+
+std::unique_ptr<CPropertyFile> CSQLiteFile::Create(const std::wstring& path, bool lookupIndexes, bool force,
+                                                   const SOptions& options)
+{
+    std::unique_ptr<CSQLiteFile> file(new CSQLiteFile(path, options));
+    file->OpenConnection(false);
+    file->Begin();
+    CQelSQLite::CStatement present(&file->m_sqlite);
+    present.Prepare(
+        L"SELECT 1 FROM sqlite_master WHERE type = 'table' AND name IN ('qeltpt','qeltpc','qeltpd')");
+    const bool exists = present.Step() == 100;
+    present.Reset();
+    if (exists && !force) {
+        SFailure failure = FailureOf(qel::kFileExists, TavCharConvert().ToUTF8(path), "");
+        failure.message = "the file holds a property database already";
+        failure.hint = "--force drops its tables and every record in them";
+        throw failure;
+    }
+    file->Require(file->m_database.Attach(true, &file->m_sqlite), "cannot create the tables");
+    if (lookupIndexes)
+        file->Require(file->m_database.CreateLookupIndexes(), "cannot create the indexes");
+    return file;
+}
+
+void CSQLiteFile::Require(unsigned int code, const char* doing) const
+{
+    if (code != qel::kSuccess)
+        throw FailureOf(code, TavCharConvert().ToUTF8(m_path), doing);
+}
+
+void CSQLiteFile::OpenConnection(bool readOnly)
+{
+    Require(CQelSQLite::MapQelERR(m_sqlite.Open(m_path, readOnly)), "cannot open");
+    m_sqlite.SetLogfile(m_options.log);
+    m_sqlite.SetBusyTimeout(m_options.busyTimeout);
+}
+
+void CSQLiteFile::RunText(const wchar_t* sql, const char* doing)
+{
+    unsigned int code = qel::kSuccess;
+    try {
+        code = CQelSQLite::MapQelERR(m_sqlite.ExecSQL(sql));
+    } catch (CQelException* exception) {
+        code = exception->GetCode();
+        exception->Delete();
+    }
+    Require(code, doing);
+}
+
+void CSQLiteFile::Begin()
+{
+    RunText(L"BEGIN IMMEDIATE", "cannot begin to write");
+}
+
+void CSQLiteFile::Commit()
+{
+    RunText(L"COMMIT", "cannot save");
+    Begin();
+}
+
+void CSQLiteFile::Rollback() noexcept
+{
+    if (m_options.access != EAccess::eWrite || !m_sqlite.IsOpen())
+        return;
+    try {
+        m_sqlite.ExecSQL(L"ROLLBACK");
+    } catch (CQelException* exception) {
+        exception->Delete(); // the engine had ended the transaction itself
+    } catch (...) {
+    }
+}
+
+std::vector<CQelTable> CSQLiteFile::Tables()
+{
+    std::vector<unsigned long> oids;
+    Require(m_database.GetTables(oids), "cannot list the tables");
+    std::vector<CQelTable> tables;
+    tables.reserve(oids.size());
+    for (const unsigned long oid : oids) {
+        tables.emplace_back(oid);
+        Require(m_database.GetTable(tables.back()), "cannot read a table");
+        SortByDisplayOrder(tables.back().Properties().columns);
+    }
+    return tables;
+}
+
+const CQelTable& CSQLiteFile::Table(unsigned long tableOid)
+{
+    if (m_table.Properties().oid == tableOid && tableOid != 0)
+        return m_table;
+    CQelTable table(tableOid);
+    Require(m_database.GetTable(table), "no such table");
+    SortByDisplayOrder(table.Properties().columns);
+    m_table = std::move(table);
+    return m_table;
+}
+
+void CSQLiteFile::AddTable(CQelTable& table)
+{
+    CQelTable ordered(table);
+    NumberInOrder(ordered.Properties().columns);
+    Require(m_database.AddTable(ordered), "cannot add the table");
+    table.Properties().oid = ordered.Properties().oid;
+}
+
+void CSQLiteFile::RenameTable(unsigned long tableOid, const std::wstring& name)
+{
+    m_table = CQelTable();
+    Require(m_database.RenameTable(tableOid, name), "cannot rename the table");
+}
+
+void CSQLiteFile::RemoveTable(unsigned long tableOid)
+{
+    m_table = CQelTable();
+    Require(m_database.RemoveTable(tableOid), "cannot remove the table");
+}
+
+unsigned long CSQLiteFile::AddColumn(unsigned long tableOid, const CQelTable::SQelColumn& column)
+{
+    m_table = CQelTable();
+    constexpr int kLast = 9999;
+    CQelTable::SQelColumn added(column);
+    added.displayOrder = kLast;
+    Require(m_database.TableAddColumn(tableOid, added), "cannot add the column");
+    for (const CQelTable::SQelColumn& stored : Table(tableOid).Columns()) {
+        if (stored.name == column.name)
+            return stored.oid;
+    }
+    throw FailureOf(qel::kNotFound, TavCharConvert().ToUTF8(m_path), "the new column cannot be found");
+}
+
+void CSQLiteFile::ModifyColumn(unsigned long tableOid, const CQelTable::SQelColumn& column)
+{
+    m_table = CQelTable();
+    CQelTable::SQelColumn modified(column);
+    Require(m_database.TableModifyColumn(tableOid, modified), "cannot change the column");
+}
+
+void CSQLiteFile::RenameColumn(unsigned long tableOid, unsigned long columnOid, const std::wstring& name)
+{
+    m_table = CQelTable();
+    Require(m_database.RenameColumn(tableOid, columnOid, name), "cannot rename the column");
+}
+
+void CSQLiteFile::RemoveColumn(unsigned long tableOid, unsigned long columnOid)
+{
+    m_table = CQelTable();
+    Require(m_database.TableRemoveColumn(tableOid, columnOid), "cannot remove the column");
+}
+
+void CSQLiteFile::MoveColumn(unsigned long tableOid, unsigned long columnOid, unsigned int position)
+{
+    std::vector<CQelTable::SQelColumn> columns = Table(tableOid).Columns();
+    MoveTo(columns, columnOid, position);
+    NumberInOrder(columns);
+    for (const CQelTable::SQelColumn& column : columns)
+        ModifyColumn(tableOid, column);
+}
+
+void CSQLiteFile::CompleteRecord(unsigned long tableOid, const CRecord& record, CRecord& complete)
+{
+    // A record without a stored value does not exist, so every column gets one.
+    for (const CQelTable::SQelColumn& column : Table(tableOid).Columns()) {
+        complete.push_back({column.oid, {}});
+        CRecord::const_iterator given;
+        if (!record.empty() && CQelTable::GetColumnData(column.oid, record, given))
+            complete.back().value = given->value;
+    }
+}
+
+unsigned long CSQLiteFile::AddRecord(unsigned long tableOid, const CRecord& record, unsigned long givenOid)
+{
+    CRecord complete;
+    CompleteRecord(tableOid, record, complete);
+    unsigned long oid = givenOid;
+    Require(m_database.AddRecord(tableOid, oid, complete, givenOid != 0), "cannot add the record");
+    return oid;
+}
+
+void CSQLiteFile::SetRecord(unsigned long tableOid, unsigned long recordOid, const CRecord& record)
+{
+    Require(m_database.SetRecord(tableOid, recordOid, record), "cannot write the record");
+}
+
+void CSQLiteFile::RemoveRecord(unsigned long tableOid, unsigned long recordOid)
+{
+    if (!HasRecord(tableOid, recordOid))
+        Require(qel::kNotFound, "no such record");
+    Require(m_database.RemoveRecord(tableOid, recordOid), "cannot remove the record");
+}
+
+bool CSQLiteFile::HasRecord(unsigned long tableOid, unsigned long recordOid)
+{
+    return m_database.HasRecord(tableOid, recordOid);
+}
+
+bool CSQLiteFile::GetRecord(unsigned long tableOid, unsigned long recordOid, CRecord& record)
+{
+    Require(m_database.GetRecord(tableOid, recordOid, record), "cannot read the record");
+    SortLike(Table(tableOid).Columns(), record);
+    const bool stored = std::any_of(record.begin(), record.end(),
+                                    [](const SQelPropColumnData& data) { return !data.value.IsNull(); });
+    return stored || HasRecord(tableOid, recordOid);
+}
+
+unsigned int CSQLiteFile::CountRecords(unsigned long tableOid)
+{
+    unsigned int count = 0;
+    Require(m_database.GetRecordCount(tableOid, count), "cannot count the records");
+    return count;
+}
+
+std::vector<unsigned long> CSQLiteFile::RecordOids(unsigned long tableOid)
+{
+    std::vector<unsigned long> oids;
+    Require(m_database.GetRecordOids(tableOid, oids, nullptr), "cannot list the records");
+    std::sort(oids.begin(), oids.end());
+    return oids;
+}
+
+} // namespace tool
