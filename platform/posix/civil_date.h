@@ -16,6 +16,14 @@ constexpr long long kOleDayZero = -25569;
 constexpr int kDaysPerEra = 146097;  // 400 years
 constexpr int kEpochInEras = 719468; // 0000-03-01 to 1970-01-01
 
+/// Two digits name a year from 1950 to 2049.
+constexpr int FullYear(int year)
+{
+    if (year < 0 || year >= 100)
+        return year;
+    return year < 50 ? year + 2000 : year + 1900;
+}
+
 /// Days since 1970-01-01 of a date; the day may lie outside the month.
 constexpr long long DaysFromCivil(long long year, int month, int day)
 {

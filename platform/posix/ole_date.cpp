@@ -18,14 +18,6 @@ constexpr int kLongestMonth = 31;
 // Times come as decimal fractions that no double holds exactly: a half second just below its value counts.
 constexpr double kSlackSeconds = 1e-11 * kSecondsPerDay;
 
-// Two digits name a year from 1950 to 2049.
-int FullYear(int year)
-{
-    if (year < 0 || year >= 100)
-        return year;
-    return year < 50 ? year + 2000 : year + 1900;
-}
-
 // The fields are unsigned in the structure and read as signed numbers.
 int Signed(WORD field)
 {
@@ -64,7 +56,7 @@ int SystemTimeToVariantTime(SYSTEMTIME* in, double* out)
 {
     if (in == nullptr || out == nullptr)
         return FALSE;
-    const int year = FullYear(Signed(in->wYear));
+    const int year = qel::FullYear(Signed(in->wYear));
     const int month = Signed(in->wMonth);
     const int day = Signed(in->wDay);
     if (year < kFirstYear || year > kLastYear || month < 1 || month > 12 || day < 0 || day > kLongestMonth)

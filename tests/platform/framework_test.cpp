@@ -1,10 +1,10 @@
 // framework_test.cpp: the framework's date class.
+#include "support/time_zone.h"
+
 #include <qelplat4/mfc.h>
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <ctime>
 #include <limits>
 #include <sstream>
 
@@ -17,29 +17,6 @@ std::string TextOf(const COleDateTime& date)
          << date.GetMinute() << ' ' << date.GetSecond();
     return text.str();
 }
-
-// The local time zone of a test, put back at its end.
-class CTimeZone
-{
-public:
-    explicit CTimeZone(const char* zone)
-    {
-        if (const char* old = std::getenv("TZ"); old != nullptr)
-            m_old = old;
-        setenv("TZ", zone, 1);
-        tzset();
-    }
-    CTimeZone(const CTimeZone&) = delete;
-    CTimeZone& operator=(const CTimeZone&) = delete;
-    ~CTimeZone()
-    {
-        m_old.empty() ? unsetenv("TZ") : setenv("TZ", m_old.c_str(), 1);
-        tzset();
-    }
-
-private:
-    std::string m_old;
-};
 
 TEST(OleDateTime, StartsAtDayZero)
 {
@@ -82,7 +59,7 @@ TEST(OleDateTime, ADateOutsideTheCalendarHasNoParts)
 
 TEST(OleDateTime, SecondsAreBrokenDownInTheLocalTimeZone)
 {
-    const CTimeZone zone("EST5");
+    const qeltest::CScopedTimeZone zone("EST5");
     EXPECT_EQ(TextOf(COleDateTime(0LL)), "1969 12 31 19 0 0");
     EXPECT_EQ(TextOf(COleDateTime(1700000000LL)), "2023 11 14 17 13 20");
 }
