@@ -58,14 +58,12 @@ private:
         const SLocaleData* data; ///< null for a name that is too long to be kept
     };
 
+    /// Compares the whole list: an entry can come, go or be replaced anywhere in it. The list is never
+    /// shorter in memory than it was once, as taking entries out leaves the array where it is.
     bool SeesSameEnvironment() const
     {
-        if (m_count == 0 || environ == nullptr)
-            return false;
-        for (std::size_t i = 0; i < m_count; ++i) // the last one is null, in both
-            if (environ[i] != m_entries[i])
-                return false;
-        return true;
+        return m_count != 0 && environ == m_list &&
+               std::memcmp(environ, m_entries.data(), m_count * sizeof m_entries[0]) == 0;
     }
 
     void Look()
@@ -81,6 +79,7 @@ private:
         if (environ != nullptr && count < m_entries.size()) {
             m_entries[count] = nullptr;
             m_count = count + 1;
+            m_list = environ;
         }
     }
 
@@ -94,6 +93,7 @@ private:
                 m_values[i] = entry + kVariables[i].size();
     }
 
+    char** m_list;                          ///< where the entries stood
     std::array<const char*, 256> m_entries; ///< of a larger environment nothing is kept
     std::size_t m_count;                    ///< entries kept with the null at their end; 0 for none
     std::array<const char*, kVariables.size()> m_values;

@@ -3,6 +3,7 @@
 
 #include <qelplat4/types.h>
 
+#include <cstdlib>
 #include <ctime>
 
 #ifndef _WIN32
@@ -22,5 +23,9 @@ QELPLAT4_API int _wtoi(const wchar_t* text);
 
 /// Compares without regard to the case of letters. @return below, equal to or above 0
 QELPLAT4_API int _wcsicmp(const wchar_t* left, const wchar_t* right);
+
+/// Sets a variable of the environment, or takes it out when the value is empty.
+/// @return 0, or EINVAL for a null pointer or a name that is empty or holds "="
+QELPLAT4_API int _putenv_s(const char* name, const char* value);
 
 #endif
