@@ -5,22 +5,26 @@
 #include <qelplat4/mfc.h>
 #include <qelsq4/export.h>
 
+#include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 
 struct sqlite3;
 struct sqlite3_stmt;
 
 namespace qel {
-struct SConnection;
-}
+class CConnection;
+struct SKeptStatement;
+} // namespace qel
 
 /// A connection to an SQLite database, its own or one that the host opened. Not copied; one thread at a time.
 ///
 /// Results named "raw" are SQLite's primary result codes. Hard failures (BUSY, LOCKED, NOMEM, INTERRUPT,
 /// IOERR, CORRUPT, FULL, CANTOPEN, PROTOCOL, NOTADB) met by a statement's Step or Execute or by a commit are
 /// thrown as CQelException with the mapped code, so that a caller who tests nothing cannot take them for an
-/// end of data; any other failure is a returned code.
+/// end of data; any other failure, and every failure of the other operations, is a returned code. Failures
+/// are logged with the engine's message. Nothing is set on a connection that the caller did not ask for.
 class QELSQ4_API CQelSQLite
 {
 public:
@@ -33,14 +37,18 @@ public:
     virtual ~CQelSQLite();
 
     /// Opens a database file, makes it where it is missing unless `readOnly`; closes what was open before.
-    /// @param path  ":memory:" gives a database in memory
+    /// @param path      ":memory:" gives a database in memory; an empty path gives 14
+    /// @param readOnly  a file without write permission is opened read-only in any case
     /// @return raw result; on failure the object is closed
     int Open(const std::wstring& path, bool readOnly = false);
-    /// Works on a connection that the host opened, keeps and closes itself; null closes.
+    /// Works on a connection that the host opened, keeps and closes itself; null closes. The handle that is
+    /// in use already changes nothing.
     /// The host calls Close() here before it closes the handle, since kept statements hold on to it.
     void Use(sqlite3* handle);
-    /// Ends every statement, live ones included, and closes the database if this object opened it.
-    /// @return raw result; 0 when nothing was open
+    /// Rolls back the guards that are begun, ends every statement, live ones included, and closes the
+    /// database if this object opened it; the object is closed whatever the result.
+    /// @return raw result; 0 when nothing was open; 5 while a statement that the host prepared on Handle()
+    ///         lives: the engine closes the file when that ends
     int Close();
 
     bool IsOpen() const;
@@ -54,46 +62,52 @@ public:
     /// Sets the log for failures of the connection itself; not owned, may be null.
     void SetLogfile(CDovLogfile* log);
     CDovLogfile* Logfile();
-    /// How long a locked database is waited for; 0 at first.
+    /// How long a locked database is waited for; 0 at first. Holds for every database that is opened later,
+    /// and for the host's own connection only if it is in use now.
     void SetBusyTimeout(int milliseconds);
 
-    /// Runs one or more statements separated by ";" to completion. @return 0, else a raw code
+    /// Runs one or more statements separated by ";" to completion, up to the first that fails; a text
+    /// without any is success. @return 0, else a raw code, hard failures as well; 21 closed or null
     virtual int ExecSQL(const wchar_t* sql);
-    /// Runs a prepared, bound statement to completion. @return 0, else a raw code
+    /// Runs a prepared, bound statement to completion. @return 0, else a raw code, hard failures as well
     virtual int ExecStatement(CStatement* statement);
 
-    /// 10001 for 0, 100 and 101; 17300 + the primary code for any other raw result.
+    /// 10001 for 0, 100 and 101; 17300 + the primary code for any other raw result, extended or not.
     static unsigned int MapQelERR(int raw);
 
 private:
     friend class CSQLiteTransaction;
-    std::unique_ptr<qel::SConnection> m_connection;
+    std::unique_ptr<qel::CConnection> m_connection;
 };
 
 /// One prepared statement at a time, taken from the connection's kept ones by its text. Not copied.
 ///
 /// A failed Prepare leaves a statement whose binds do nothing and whose Step and Execute fail with its code.
 /// When the statement ends or is prepared again, the prepared form is reset and given back, so that it holds
-/// no lock. Closing the connection under a live statement turns it into a failed one (21).
+/// no lock. Closing the connection under a live statement turns it into a failed one (21) until it is
+/// prepared again. While the last bind of a parameter has failed, Step and Execute fail with its code.
 class QELSQ4_API CQelSQLite::CStatement
 {
 public:
-    /// @param db  must outlive the statement; null makes every operation fail with 21
+    /// @param db  null makes every operation fail with 21, and so does the end of the connection object
     explicit CStatement(CQelSQLite* db);
     CStatement(const CStatement&) = delete;
     CStatement& operator=(const CStatement&) = delete;
     ~CStatement();
 
-    /// Compiles one statement. @return raw result
+    /// Compiles one statement; blanks and comments may stand around it. The parameters are unbound.
+    /// @return raw result; 21 for a null text and for one that holds no statement, or several
     int Prepare(const wchar_t* sql);
 
     /// Binds take the number of the parameter in the text ("?7" is 7). @return raw result
     int BindInt(int index, long long value);
+    /// Null binds NULL.
     int BindString(int index, const wchar_t* text);
     int BindString(int index, const std::wstring& text);
     /// Binds a copy of the blob's bytes; null binds NULL.
     int BindBlob(int index, const TavBlob* blob);
-    /// Binds bytes that stay the caller's and must live until the statement is reset, bound anew or ends.
+    /// Binds bytes that stay the caller's and must live as long as the statement may be run with them.
+    /// @param data  may be null when size is 0, which binds an empty blob
     int BindBytes(int index, const void* data, unsigned int size);
 
     /// Makes the statement ready to run again; bindings stay. @return raw result, 0 where the last run failed
@@ -105,7 +119,7 @@ public:
 
     /// Result columns count from 0; of the current row only.
     long long GetInt(int column);
-    CString GetString(int column);
+    CString GetString(int column); ///< empty for NULL; embedded zeros stay
     /// Copies a column's bytes. @return false, leaving the blob, when the column is NULL
     bool GetBlob(int column, TavBlob* blob);
     /// Gives a column's bytes without a copy, valid until the next step, reset or end; `data` is null for
@@ -115,15 +129,19 @@ public:
 
 private:
     friend class CQelSQLite;
-    friend struct qel::SConnection;
+    friend class qel::CConnection;
 
     int StepRaw();
+    int Bound(int index, int raw);
+    int BindText(int index, std::wstring_view text);
     void GiveBack();
 
-    qel::SConnection* m_connection = nullptr; // null once the connection ended under it
+    qel::CConnection* m_connection; // null without one, and once it ended under this
     sqlite3_stmt* m_statement = nullptr;
-    void* m_kept = nullptr; // the slot that the prepared form came from
+    qel::SKeptStatement* m_kept = nullptr;
     CStatement* m_previous = nullptr;
     CStatement* m_next = nullptr;
-    int m_failure;
+    std::uint64_t m_failedBinds = 0; // a bit for each parameter whose bind failed
+    int m_bindFailure = 0;
+    int m_failure; // what everything answers without a prepared form
 };

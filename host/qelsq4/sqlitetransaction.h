@@ -5,10 +5,18 @@
 
 class CQelSQLite;
 
+namespace qel {
+class CConnection;
+}
+
 /// A transaction that is undone unless it is committed. Not copied.
 ///
 /// Inside a transaction that is already open on the connection it is a savepoint: committing releases it and
 /// rolling back undoes to it, and the outer transaction goes on. BeginTrans and Rollback never throw.
+///
+/// A guard ends with its transaction: when the engine undoes everything by itself (a full disk), when the
+/// connection is closed (which rolls back), and when a guard around it is ended first. What happens on the
+/// connection afterwards is none of its concern.
 class QELSQ4_API CSQLiteTransaction
 {
 public:
@@ -31,6 +39,11 @@ public:
     bool Rollback();
 
 private:
+    friend class qel::CConnection;
+
+    bool BecomeInnermost();
+    void End();
+
     enum class EState
     {
         eIdle,
@@ -42,4 +55,6 @@ private:
     EState m_state = EState::eIdle;
     bool m_exclusive;
     bool m_savepoint = false;
+    qel::CConnection* m_connection = nullptr; // while begun
+    CSQLiteTransaction* m_outer = nullptr;    // the guard around this one
 };
