@@ -10,6 +10,11 @@
 #include <string>
 #include <vector>
 
+namespace qel {
+class CColumnRemoval;
+class CLegacyOperation;
+} // namespace qel
+
 /// User-defined tables, columns and records in a store file of their own.
 ///
 /// Every operation that returns a code gives 10001 on success, 17500 when the store is not open, 17501 for a
@@ -167,7 +172,8 @@ protected:
     unsigned int LoadTables(std::map<unsigned long, CQelTable3X>& tables);
 
 private:
-    friend struct SLegacyAccess; // the parts of the database that live in files of their own
+    friend class qel::CColumnRemoval;
+    using TTables = std::map<unsigned long, CQelTable3X>;
 
     // The ids of a table's records that are known to be in use, and where to look for the next.
     struct SRecordIds
@@ -176,11 +182,37 @@ private:
         unsigned int hint = 1;
     };
 
+    unsigned int Announce(unsigned int code, EPropDBMessage message, unsigned long first,
+                          unsigned long second) noexcept;
+    const CQelTable3X* FindTable(unsigned long tableOid) const;
+    unsigned int FindOpenTable(qel::CLegacyOperation& operation, unsigned long tableOid,
+                               const CQelTable3X*& table) const;
+    unsigned int FindWritableTable(qel::CLegacyOperation& operation, unsigned long tableOid,
+                                   const CQelTable3X*& table) const;
+    unsigned int ReadSchemaRecord(CQelMemFile& file);
+    unsigned int SaveTables(const TTables& tables, bool bothRecords);
+    unsigned int StoreAndLoad(const TTables& tables);
+    unsigned int ChangeTables(const TTables& tables, unsigned long tableOid, EPropDBMessage message);
+    unsigned int RemoveRecordsOf(unsigned long tableOid);
+    unsigned int StoreRecord(const CQelTable3X& table, const CDovBlobDB::SSelector& address,
+                             const std::vector<SQelPropColumnData>& values);
+    unsigned int ReadRecord(const CQelTable3X& table, const CDovBlobDB::SSelector& address,
+                            std::vector<SQelPropColumnData>& values) const;
+    unsigned int RefuseShared(unsigned long tableOid, const CDovBlobDB::SSelector& address) const;
+    unsigned int TakeRecord(unsigned long tableOid, unsigned long recordOid);
+    unsigned int ChooseRecordId(qel::CLegacyOperation& operation, unsigned long tableOid,
+                                unsigned long& recordOid, bool useGivenOid);
+    bool LoadRecordIds(unsigned long tableOid, SRecordIds& ids) const;
+    unsigned int FindFreeRecordId(unsigned long tableOid, const SRecordIds& ids, unsigned long& recordOid) const;
+    void MoveHint(unsigned long tableOid, unsigned long recordOid, bool givenOid);
+    unsigned int SortRecords(const CQelTable3X& table, const std::vector<SSortItem>& sortItems,
+                             std::vector<unsigned long>& oids);
+
     CDovLogfile* m_log = nullptr;
     TQelNotifyCallback m_callback = nullptr;
     unsigned int m_callbackUser = 0;
     CDovBlobDB m_store;
-    std::map<unsigned long, CQelTable3X> m_tables;
+    TTables m_tables;
     std::map<unsigned long, SRecordIds> m_recordIds;
     bool m_unused = false; // copied, and read by nothing
 };

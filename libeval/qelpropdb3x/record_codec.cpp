@@ -1,0 +1,73 @@
+// record_codec.cpp: the bytes of one stored record.
+//
+//   record := n:u32, value*n; slot 0 first, a slot without a value is the null value
+#include "record_codec.h"
+
+#include <qellib4/qelfile.h>
+
+namespace qel {
+namespace {
+
+bool IsSlotOf(int dataIndex, const std::vector<SQelPropColumnData>& values)
+{
+    return dataIndex >= 0 && static_cast<std::size_t>(dataIndex) < values.size();
+}
+
+// SetNull alone would leave the symbol of a currency that the element held before.
+void MakeNull(CQelProperty& value)
+{
+    value.SetNull();
+    if (!value.Data().sCurrencySymbol.empty())
+        value.SetCurrencySymbol({});
+}
+
+bool HasColumnOfSlot(const CQelTable3X& table, std::size_t slot)
+{
+    for (const CQelTable3X::SQelColumn& column : table.Columns()) {
+        if (column.dataIndex >= 0 && static_cast<std::size_t>(column.dataIndex) == slot)
+            return true;
+    }
+    return false;
+}
+
+} // namespace
+
+void WriteSlots(CQelFile& file, const TSlots& slots)
+{
+    static const CQelProperty null;
+    file << static_cast<unsigned int>(slots.size());
+    for (const CQelProperty* slot : slots)
+        file << (slot != nullptr ? *slot : null);
+}
+
+void PrepareValues(const CQelTable3X& table, std::vector<SQelPropColumnData>& values)
+{
+    if (values.size() != table.Columns().size()) {
+        values.clear();
+        values.resize(table.Columns().size());
+    }
+    for (SQelPropColumnData& element : values) {
+        element.columnOid = 0;
+        MakeNull(element.value);
+    }
+    for (const CQelTable3X::SQelColumn& column : table.Columns()) {
+        if (IsSlotOf(column.dataIndex, values))
+            values[static_cast<std::size_t>(column.dataIndex)].columnOid = column.oid;
+    }
+}
+
+void ReadSlots(CQelFile& file, const CQelTable3X& table, std::vector<SQelPropColumnData>& values)
+{
+    unsigned int count = 0;
+    file >> count;
+    CQelProperty surplus;
+    // The count is believed only as far as the bytes go.
+    for (std::size_t slot = 0; slot < count && file.BytesRemaining() > 0; ++slot)
+        file >> (slot < values.size() ? values[slot].value : surplus);
+    for (std::size_t slot = 0; slot < values.size(); ++slot) {
+        if (values[slot].columnOid == 0 && !HasColumnOfSlot(table, slot))
+            MakeNull(values[slot].value);
+    }
+}
+
+} // namespace qel

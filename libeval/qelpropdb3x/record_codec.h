@@ -1,0 +1,25 @@
+// record_codec.h: the bytes of one stored record.
+#pragma once
+
+#include <qelprop4/qeltable3x.h>
+
+#include <vector>
+
+class CQelFile;
+
+namespace qel {
+
+/// The slots of a record about to be written; null pointers stand for null values.
+using TSlots = std::vector<const CQelProperty*>;
+
+/// Writes slot count and slots.
+void WriteSlots(CQelFile& file, const TSlots& slots);
+
+/// Makes a record ready for reading: one null element per column of the table, each named after the column
+/// whose slot it is (0 where there is none).
+void PrepareValues(const CQelTable3X& table, std::vector<SQelPropColumnData>& values);
+/// Reads a record into prepared values; what the record does not hold, or no column owns, stays null.
+/// @throws CQelException* 10011 when the bytes end inside the count or inside a slot
+void ReadSlots(CQelFile& file, const CQelTable3X& table, std::vector<SQelPropColumnData>& values);
+
+} // namespace qel
