@@ -44,7 +44,19 @@ bool NamesOidsOnly(const CQelTable& table)
            std::all_of(table.Columns().begin(), table.Columns().end(), qel::HasOidReferences);
 }
 
-int InsertTableRow(CQelSQLite* db, const CQelTable::SData& table)
+// Failures that say nothing about the row but that the engine cannot go on; SQLite's codes for busy, locked,
+// no memory, interrupted, input or output, corrupt, full, cannot open, protocol and no database.
+bool IsHardFailure(int raw)
+{
+    for (const int hard : {5, 6, 7, 9, 10, 11, 13, 14, 15, 26}) {
+        if (raw == hard)
+            return true;
+    }
+    return false;
+}
+
+// Gives false for a row that cannot be inserted.
+bool InsertTableRow(CQelSQLite* db, const CQelTable::SData& table)
 {
     CQelSQLite::CStatement statement(db);
     if (table.oid != 0) {
@@ -55,7 +67,10 @@ int InsertTableRow(CQelSQLite* db, const CQelTable::SData& table)
     }
     statement.BindString(2, table.name);
     statement.BindString(3, table.description);
-    return db->ExecStatement(&statement);
+    const int raw = db->ExecStatement(&statement);
+    if (IsHardFailure(raw))
+        qel::Raise(CQelSQLite::MapQelERR(raw), QEL_SITE);
+    return raw == 0;
 }
 
 unsigned int InsertColumnRows(CQelSQLite* db, unsigned long tableOid,
@@ -174,7 +189,7 @@ unsigned int CQelPropDB::InsertTable(const CQelTable& table, unsigned long& tabl
     if (!transaction.BeginTrans())
         return qel::kSuccess;
     unsigned int code = qel::kSuccess;
-    if (InsertTableRow(m_db, table.Properties()) == 0) {
+    if (InsertTableRow(m_db, table.Properties())) {
         const long long inserted = m_db->GetLastInsertedRowID();
         if (!qel::IsStoredOid(inserted))
             return qel::kCannotChange;
