@@ -21,13 +21,25 @@ std::wstring NumericName(const std::wstring& name)
     return name.substr(begin, name.find(L';', begin) - begin);
 }
 
+wchar_t DecimalPointOf(const wchar_t* name)
+{
+    const std::wstring& separator = LocaleNamed(ToUtf8(NumericName(name))).decimalSeparator;
+    return separator.empty() ? L'.' : separator.front();
+}
+
 } // namespace
 
 wchar_t RuntimeDecimalPoint()
 {
-    const std::wstring name = NumericName(_wsetlocale(LC_ALL, nullptr));
-    const std::wstring& separator = LocaleNamed(ToUtf8(name)).decimalSeparator;
-    return separator.empty() ? L'.' : separator.front();
+    // A name's text stays where it is for good, so that the same address is the same locale.
+    static thread_local const wchar_t* lastName = nullptr;
+    static thread_local wchar_t lastPoint = L'.';
+    const wchar_t* name = _wsetlocale(LC_ALL, nullptr);
+    if (name != lastName) {
+        lastPoint = DecimalPointOf(name);
+        lastName = name;
+    }
+    return lastPoint;
 }
 
 } // namespace qel

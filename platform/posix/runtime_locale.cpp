@@ -12,6 +12,8 @@
 #include <array>
 #include <mutex>
 #include <set>
+#include <string>
+#include <string_view>
 
 namespace qel {
 namespace {
@@ -47,6 +49,27 @@ std::wstring UserName()
     return FromUtf8(same ? first : all);
 }
 
+/// What the environment says of each category, as it says it.
+class CUserNames
+{
+public:
+    /// @return whether something else was said before
+    bool Update()
+    {
+        bool changed = false;
+        for (const SCategoryName& category : kCategories) {
+            std::string& seen = m_seen[static_cast<std::size_t>(category.category)];
+            const std::string_view now = UserLocaleName(category.category);
+            changed = changed || seen != now;
+            seen = now;
+        }
+        return changed;
+    }
+
+private:
+    std::array<std::string, kCategoryCount> m_seen;
+};
+
 class CRuntimeLocale
 {
 public:
@@ -56,25 +79,38 @@ public:
         return m_current;
     }
 
+    /// Takes the user's name over. Every number that is scanned asks for it, so that the name is made anew
+    /// only after the environment has changed.
+    const wchar_t* SetUser()
+    {
+        const std::lock_guard<std::mutex> lock(m_guard);
+        if (m_userNames.Update() || m_user == nullptr)
+            m_user = Kept(UserName());
+        return m_current = m_user;
+    }
+
     /// Takes a name over for good. @return null for one that is neither known nor was given before
     const wchar_t* Set(const std::wstring& name)
     {
-        const bool isUser = name.empty();
-        const std::wstring chosen = isUser ? UserName() : name;
-        const std::string bytes = ToUtf8(chosen);
         const std::lock_guard<std::mutex> lock(m_guard);
-        auto found = m_names.find(chosen);
-        if (found == m_names.end() && !isUser && !IsNeutralName(bytes) && IcuLocaleId(bytes).empty())
+        const std::string bytes = ToUtf8(name);
+        if (m_names.count(name) == 0 && !IsNeutralName(bytes) && IcuLocaleId(bytes).empty())
             return nullptr;
-        if (found == m_names.end())
-            found = m_names.insert(IsNeutralName(bytes) ? L"C" : chosen).first;
-        return m_current = found->c_str();
+        return m_current = Kept(name);
     }
 
 private:
+    const wchar_t* Kept(const std::wstring& name)
+    {
+        const bool isNeutral = m_names.count(name) == 0 && IsNeutralName(ToUtf8(name));
+        return m_names.insert(isNeutral ? L"C" : name).first->c_str();
+    }
+
     std::mutex m_guard;
     std::set<std::wstring> m_names{L"C"}; ///< every name ever given; callers may keep theirs
     const wchar_t* m_current = L"C";
+    CUserNames m_userNames;
+    const wchar_t* m_user = nullptr; ///< the name that m_userNames make
 };
 
 CRuntimeLocale& RuntimeLocale()
@@ -90,5 +126,7 @@ const wchar_t* _wsetlocale(int category, const wchar_t* name)
 {
     if (category != LC_ALL)
         return nullptr;
-    return name != nullptr ? qel::RuntimeLocale().Set(name) : qel::RuntimeLocale().Name();
+    if (name == nullptr)
+        return qel::RuntimeLocale().Name();
+    return *name == L'\0' ? qel::RuntimeLocale().SetUser() : qel::RuntimeLocale().Set(name);
 }
