@@ -13,6 +13,7 @@ namespace {
 
 constexpr double kFirstDay = -657434.0; // 0100-01-01
 constexpr double kLastDay = 2958465.0;  // 9999-12-31
+constexpr double kSecondsPerDay = 86400.0;
 
 /// Takes a date that was built from calendar fields only if it is one.
 std::optional<double> Accepted(const COleDateTime& built)
@@ -35,12 +36,26 @@ std::optional<double> Then(std::optional<double> oleDate, std::optional<double> 
     return oleDate ? reduce(*oleDate) : std::nullopt;
 }
 
+bool IsMidnight(double oleDate)
+{
+    return oleDate >= kFirstDay && oleDate <= kLastDay && std::trunc(oleDate) == oleDate;
+}
+
+bool IsWholeSecond(double oleDate)
+{
+    return oleDate >= 0.0 && oleDate < 1.0 &&
+           std::round(oleDate * kSecondsPerDay) / kSecondsPerDay == oleDate;
+}
+
 } // namespace
+
+// Both reductions first look whether there is anything to reduce: long listings compare what is reduced
+// already.
 
 std::optional<double> DayOf(double oleDate)
 {
-    if (std::trunc(oleDate) == oleDate && oleDate >= kFirstDay && oleDate <= kLastDay)
-        return oleDate + 0.0; // a midnight already; the sum makes -0.0 a plain zero
+    if (IsMidnight(oleDate))
+        return oleDate + 0.0; // the sum makes -0.0 a plain zero
     SYSTEMTIME parts{};
     if (VariantTimeToSystemTime(oleDate, &parts) == 0)
         return std::nullopt;
@@ -49,6 +64,8 @@ std::optional<double> DayOf(double oleDate)
 
 std::optional<double> TimeOfDay(double oleDate)
 {
+    if (IsWholeSecond(oleDate))
+        return oleDate + 0.0;
     SYSTEMTIME parts{};
     if (VariantTimeToSystemTime(oleDate, &parts) == 0)
         return std::nullopt;

@@ -110,6 +110,17 @@ TEST(Dates, EveryWholeDayIsItsOwnReduction)
     }
 }
 
+TEST(Dates, EverySecondOfADayIsItsOwnReduction)
+{
+    for (int second = 0; second < 86400; ++second) {
+        const double time = second / 86400.0;
+        SYSTEMTIME parts{};
+        ASSERT_NE(VariantTimeToSystemTime(time, &parts), 0) << second;
+        ASSERT_EQ(COleDateTime(1899, 12, 30, parts.wHour, parts.wMinute, parts.wSecond).m_dt, time);
+        ASSERT_EQ(qel::TimeOfDay(time), time);
+    }
+}
+
 TEST(Dates, FrameworkDateIsTakenWithoutItsStatus)
 {
     COleDateTime date(45000.25);
