@@ -130,10 +130,11 @@ unsigned int CQelPropDB3X::RemoveTable(unsigned long tableOid)
             return code;
         if (const unsigned int code = StoreTables(tables); code != kSuccess)
             return code;
-        if (const unsigned int code = batch.Commit(); code != kSuccess)
-            return code;
+        const unsigned int committed = batch.Commit();
         m_recordIds.erase(tableOid);
-        const unsigned int code = LoadTables(m_tables);
+        // After a failed commit, too: whether it failed before or after the change, the store knows.
+        const unsigned int loaded = LoadTables(m_tables);
+        const unsigned int code = committed != kSuccess ? committed : loaded;
         if (code == kSuccess)
             DoNotify(ePropDBTableRemoved, tableOid, 0);
         return code;
