@@ -85,6 +85,8 @@ unsigned int InsertColumnRows(CQelSQLite* db, unsigned long tableOid,
         const unsigned int code = CQelSQLite::MapQelERR(db->ExecStatement(&statement));
         if (code != qel::kSuccess)
             return code;
+        if (!qel::IsStoredOid(db->GetLastInsertedRowID()))
+            return qel::kCannotChange; // no 32-bit oid was left
     }
     return qel::kSuccess;
 }

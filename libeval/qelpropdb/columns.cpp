@@ -12,7 +12,7 @@ bool HasColumnName(const CQelTable& table, const std::wstring& name)
                        [&](const CQelTable::SQelColumn& column) { return column.name == name; });
 }
 
-// Raises 17201 when the engine had no 32-bit oid left to give.
+// Gives 17201 when the engine had no 32-bit oid left.
 unsigned int InsertColumn(CQelSQLite* db, unsigned long tableOid, const CQelTable::SQelColumn& column)
 {
     const bool last = column.displayOrder == qel::kDisplayLast;
