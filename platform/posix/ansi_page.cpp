@@ -58,7 +58,7 @@ std::wstring AnsiCodePageOf(const icu::Locale& locale)
     filled.addLikelySubtags(status);
     const std::string language = filled.getLanguage();
     for (const std::string& name : {language + '-' + filled.getScript(), language})
-        if (const std::wstring page = PageOf(name); !page.empty())
+        if (std::wstring page = PageOf(name); !page.empty())
             return page;
     return L"1252";
 }

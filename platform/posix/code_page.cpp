@@ -8,7 +8,9 @@
 #include <qelplat4/nls.h>
 #include <qelplat4/utf16.h>
 
+#include <algorithm>
 #include <array>
+#include <climits>
 #include <cstring>
 #include <cwchar>
 #include <map>
@@ -100,10 +102,10 @@ public:
         if (converter == nullptr)
             return {};
         UErrorCode status = U_ZERO_ERROR;
-        const int size = static_cast<int>(bytes.size());
         std::u16string units(bytes.size() * 2 + 1, u'\0'); // no byte gives more than two units
-        const int count = ucnv_toUChars(converter.get(), units.data(), static_cast<int>(units.size()),
-                                        bytes.data(), size, &status);
+        const int room = static_cast<int>(std::min<std::size_t>(units.size(), INT_MAX));
+        const int count = ucnv_toUChars(converter.get(), units.data(), room, bytes.data(),
+                                        static_cast<int>(bytes.size()), &status);
         return U_SUCCESS(status) != 0 ? FromUtf16(units.data(), static_cast<std::size_t>(count))
                                       : std::wstring();
     }
@@ -181,6 +183,6 @@ int MultiByteToWideChar(UINT codePage, DWORD flags, LPCSTR bytes, int length, LP
     if (capacity != 0 && needed > capacity)
         return FailWith(ERROR_INSUFFICIENT_BUFFER);
     if (capacity != 0)
-        std::wmemcpy(out, text.data(), text.size());
+        std::copy(text.begin(), text.end(), out);
     return needed;
 }

@@ -2,9 +2,8 @@
 #include <qelplat4/crt.h>
 
 #include <cerrno>
+#include <cstdlib> // setenv
 #include <cstring>
-
-#include <stdlib.h> // setenv
 
 int _putenv_s(const char* name, const char* value)
 {

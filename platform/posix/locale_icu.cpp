@@ -86,11 +86,9 @@ std::unique_ptr<icu::DecimalFormat> FormatOf(const icu::Locale& locale, UNumberF
 {
     UErrorCode status = U_ZERO_ERROR;
     std::unique_ptr<icu::NumberFormat> made(icu::NumberFormat::createInstance(locale, style, status));
-    auto* format = dynamic_cast<icu::DecimalFormat*>(made.get());
-    if (U_FAILURE(status) != 0 || format == nullptr)
+    if (U_FAILURE(status) != 0 || dynamic_cast<icu::DecimalFormat*>(made.get()) == nullptr)
         return nullptr;
-    made.release();
-    return std::unique_ptr<icu::DecimalFormat>(format);
+    return std::unique_ptr<icu::DecimalFormat>(static_cast<icu::DecimalFormat*>(made.release()));
 }
 
 /// CLDR keeps the parentheses of a negative amount for accounting; American settings have them throughout.

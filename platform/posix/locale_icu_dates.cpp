@@ -114,10 +114,9 @@ std::wstring WithPlainSpaces(std::wstring time)
 std::unique_ptr<icu::SimpleDateFormat> FormatOf(icu::DateFormat* made)
 {
     std::unique_ptr<icu::DateFormat> owner(made);
-    auto* format = dynamic_cast<icu::SimpleDateFormat*>(made);
-    if (format != nullptr)
-        owner.release();
-    return std::unique_ptr<icu::SimpleDateFormat>(format);
+    if (dynamic_cast<icu::SimpleDateFormat*>(made) == nullptr)
+        return nullptr;
+    return std::unique_ptr<icu::SimpleDateFormat>(static_cast<icu::SimpleDateFormat*>(owner.release()));
 }
 
 std::vector<std::wstring> Texts(const icu::UnicodeString* texts, int count)

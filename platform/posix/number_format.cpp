@@ -40,6 +40,12 @@ CURRENCYFMTW CurrencyFormatOf(const SLocaleData& data)
             Borrowed(data.currencySymbol)};
 }
 
+/// The locale that a call needs: beside a format it only has to be one, so the environment is not looked at.
+const SLocaleData* LocaleFor(const void* format, LCID locale, ECategory category)
+{
+    return format != nullptr && locale == LOCALE_USER_DEFAULT ? &NeutralLocale() : LocaleOf(locale, category);
+}
+
 /// The layout of either format.
 template <typename Format>
 SNumberLayout LayoutOf(const Format& format)
@@ -86,9 +92,7 @@ int GetNumberFormatW(LCID locale, DWORD flags, LPCWSTR number, const NUMBERFMTW*
                      int capacity)
 {
     using namespace qel;
-    const SLocaleData* data = format != nullptr && locale == LOCALE_USER_DEFAULT
-                                  ? &NeutralLocale() // a whole format needs no look at the environment
-                                  : LocaleOf(locale, ECategory::eNumeric);
+    const SLocaleData* data = LocaleFor(format, locale, ECategory::eNumeric);
     if (const DWORD error = ErrorOf(data, flags, number, format, out, capacity); error != 0)
         return FailWith(error);
     const NUMBERFMTW used = format != nullptr ? *format : FormatOf(*data);
@@ -104,7 +108,7 @@ int GetCurrencyFormatW(LCID locale, DWORD flags, LPCWSTR number, const CURRENCYF
                        int capacity)
 {
     using namespace qel;
-    const SLocaleData* data = LocaleOf(locale, ECategory::eMonetary);
+    const SLocaleData* data = LocaleFor(format, locale, ECategory::eMonetary);
     if (const DWORD error = ErrorOf(data, flags, number, format, out, capacity); error != 0)
         return FailWith(error);
     const CURRENCYFMTW used = format != nullptr ? *format : CurrencyFormatOf(*data);

@@ -44,55 +44,46 @@ void RoundUp(SDecimalText& number)
     number.whole = WithoutLeadingZeros(all.substr(0, all.size() - decimals));
 }
 
-/// Lengths of the groups of a whole number, from the left.
+/// Sizes of the groups of digits, counted from the right.
 class CGroups
 {
 public:
-    CGroups(std::size_t digits, unsigned int grouping) : m_left(digits)
+    explicit CGroups(unsigned int grouping)
     {
+        std::array<std::size_t, 10> reversed{}; // the last size is the first that the number yields
         for (; grouping != 0; grouping /= 10)
-            m_sizes[m_count++] = grouping % 10;
-        // The number is read from its first digit on, which is the last one stored.
-        std::reverse(m_sizes.begin(), m_sizes.begin() + m_count);
-        m_last = m_count == 0 ? 0 : m_sizes[static_cast<std::size_t>(m_count) - 1];
+            reversed[m_count++] = grouping % 10;
+        std::reverse_copy(reversed.begin(), reversed.begin() + m_count, m_sizes.begin());
     }
 
-    /// How many groups stand right of the first, and how long the first one is.
-    void Split(std::size_t& following, std::size_t& first)
-    {
-        following = 0;
-        for (std::size_t size = Size(0); size < m_left && !IsEnd(following); size = Size(following)) {
-            m_left -= size;
-            ++following;
-        }
-        first = m_left;
-    }
-
-    /// Length of a group, counted from the right.
     std::size_t Size(std::size_t index) const
     {
-        return index < static_cast<std::size_t>(m_count) ? m_sizes[index] : m_last;
+        return m_count == 0 ? 0 : m_sizes[std::min(index, m_count - 1)];
+    }
+
+    /// Whether all digits from this group on belong together, as a closing zero says.
+    bool EndsAt(std::size_t index) const { return index + 1 >= m_count && Size(index) == 0; }
+
+    /// How many groups stand right of the leftmost one of so many digits, and how long that one is.
+    std::size_t CountAfterFirst(std::size_t digits, std::size_t& first) const
+    {
+        std::size_t count = 0;
+        for (; !EndsAt(count) && Size(count) < digits; ++count)
+            digits -= Size(count);
+        first = digits;
+        return count;
     }
 
 private:
-    /// A closing zero ends the grouping: what is left is one group.
-    bool IsEnd(std::size_t index) const
-    {
-        return m_last == 0 && index + 1 >= static_cast<std::size_t>(m_count);
-    }
-
     std::array<std::size_t, 10> m_sizes{};
-    std::ptrdiff_t m_count = 0;
-    std::size_t m_last = 0;
-    std::size_t m_left;
+    std::size_t m_count = 0;
 };
 
 void WriteWhole(CBoundedText& out, std::wstring_view whole, const SNumberLayout& layout)
 {
-    CGroups groups(whole.size(), layout.grouping);
-    std::size_t following = 0;
+    const CGroups groups(layout.grouping);
     std::size_t length = 0;
-    groups.Split(following, length);
+    std::size_t following = groups.CountAfterFirst(whole.size(), length);
     out.Add(whole.substr(0, length));
     while (following-- > 0) {
         whole.remove_prefix(length);

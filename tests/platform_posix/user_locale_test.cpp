@@ -8,11 +8,12 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cstdlib> // putenv
 #include <cstring>
-#include <stdlib.h> // putenv, clearenv
 #include <string>
 #include <thread>
-#include <vector>
+
+#include <unistd.h> // environ
 
 namespace {
 
@@ -111,7 +112,7 @@ TEST(UserLocale, ValueChangedInItsPlaceIsSeen)
     std::array<char, 16> own = {"LC_ALL=de_DE"};
     ASSERT_EQ(putenv(own.data()), 0);
     EXPECT_EQ(Setting(LOCALE_SDECIMAL), L",");
-    std::strcpy(own.data(), "LC_ALL=en_US");
+    std::memcpy(own.data() + std::strlen("LC_ALL="), "en_US", 5);
     EXPECT_EQ(Setting(LOCALE_SDECIMAL), L".");
     ASSERT_EQ(_putenv_s("LC_ALL", ""), 0); // before the array goes
 }
@@ -157,9 +158,9 @@ TEST(UserLocale, ThreadsReadTheSameSettingsAtOnce)
 {
     const CLocaleEnvironment environment("cs_CZ.UTF-8");
     std::array<std::wstring, 8> samples;
-    std::vector<std::thread> threads;
-    for (std::wstring& sample : samples)
-        threads.emplace_back([&sample] {
+    std::array<std::thread, 8> threads;
+    for (std::size_t t = 0; t < threads.size(); ++t)
+        threads[t] = std::thread([&sample = samples[t]] {
             for (int i = 0; i < 100; ++i)
                 sample = Sample();
         });
