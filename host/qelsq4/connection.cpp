@@ -124,7 +124,11 @@ int CConnection::Run(const wchar_t* text) noexcept
     int raw = Take(text, kept);
     if (raw != SQLITE_OK)
         return raw;
+    const bool inTransaction = InTransaction();
     raw = Primary(sqlite3_step(kept->statement));
+    // A progress handler may interrupt behind the last instruction, when the transaction has begun or ended.
+    if (raw == SQLITE_INTERRUPT && InTransaction() != inTransaction)
+        raw = SQLITE_DONE;
     raw = raw == SQLITE_DONE ? SQLITE_OK : Failed(raw, __LINE__);
     m_cache.GiveBack(kept);
     return raw;
