@@ -82,13 +82,17 @@ void Require(unsigned int code, const std::string& doing)
 
 template <class Database, class Table>
 Table CCatalogue<Database, Table>::AddTable(const std::wstring& name, const std::wstring& description,
-                                            const std::vector<TColumn>& columns)
+                                            std::vector<TColumn> columns)
 {
     Table table;
     table.Properties().name = name;
     table.Properties().description = description;
-    table.Properties().columns = columns;
     Require(m_db.AddTable(table), "adding a table");
+    int place = 0;
+    for (TColumn& column : columns) {
+        column.displayOrder = place++;
+        Require(m_db.TableAddColumn(table.Properties().oid, column), "adding a column");
+    }
     return FindTable(name);
 }
 
@@ -119,7 +123,6 @@ void CCatalogue<Database, Table>::Define()
         column.name = plan.name;
         column.type = plan.type;
         column.description = plan.description;
-        column.displayOrder = static_cast<int>(columns.size());
         if (plan.type == CQelProperty::eReference) {
             column.refTable = m_sections.Properties().oid;
             column.refColumn = ColumnOid(m_sections, L"Name");
@@ -254,12 +257,21 @@ std::vector<unsigned long> CCatalogue<Database, Table>::OidsBySize()
 }
 
 template <class Database, class Table>
+CQelProperty CCatalogue<Database, Table>::SectionName(const CQelProperty& reference)
+{
+    const TRecord section = Read(m_sections, reference.Data().uValue.nULong);
+    return ValueOf(section, ColumnOid(m_sections, L"Name"));
+}
+
+template <class Database, class Table>
 std::vector<CQelProperty> CCatalogue<Database, Table>::Values(unsigned long recordOid)
 {
     const TRecord record = Read(m_packages, recordOid);
     std::vector<CQelProperty> values;
-    for (const SColumnPlan& plan : kPackageColumns)
-        values.push_back(ValueOf(record, ColumnOid(m_packages, plan.name)));
+    for (const SColumnPlan& plan : kPackageColumns) {
+        const CQelProperty& value = ValueOf(record, ColumnOid(m_packages, plan.name));
+        values.push_back(plan.type == CQelProperty::eReference ? SectionName(value) : value);
+    }
     return values;
 }
 
@@ -267,18 +279,17 @@ template <class Database, class Table>
 void CCatalogue<Database, Table>::Print(const std::vector<unsigned long>& recordOids, std::ostream& out)
 {
     CTextTable table({L"Package", L"Section", L">Bytes", L">Share %", L">Needs", L"Essential", L"Unpacked"});
-    const auto text = [this](const TRecord& record, const wchar_t* column) {
-        return ValueOf(record, ColumnOid(m_packages, column)).String();
-    };
     for (const unsigned long oid : recordOids) {
         const TRecord record = Read(m_packages, oid);
-        const unsigned long section = ValueOf(record, ColumnOid(m_packages, L"Section")).Data().uValue.nULong;
-        const TRecord sectionRecord = Read(m_sections, section);
-        table.Add({text(record, L"Name"), ValueOf(sectionRecord, ColumnOid(m_sections, L"Name")).String(),
-                   text(record, L"Size"), text(record, L"Share"), text(record, L"Needs"),
-                   text(record, L"Essential"), text(record, L"Unpacked")});
+        const auto value = [&](const wchar_t* column) {
+            return ValueOf(record, ColumnOid(m_packages, column));
+        };
+        table.Add({value(L"Name").String(), SectionName(value(L"Section")).String(), value(L"Size").String(),
+                   value(L"Share").String(), value(L"Needs").String(), value(L"Essential").String(),
+                   value(L"Unpacked").String()});
     }
     table.Print(out);
 }
 
 template class CCatalogue<CQelPropDB, CQelTable>;
+template class CCatalogue<CQelPropDB3X, CQelTable3X>;

@@ -40,7 +40,8 @@ public:
     unsigned int CountSections() { return Count(m_sections); }
     /// Every package, largest first, those of one size by name.
     std::vector<unsigned long> OidsBySize();
-    /// The record of a package, one value per column in the order of the columns.
+    /// The record of a package, one value per column in the order of the columns; the section by its name,
+    /// since the oids of records are each database's own.
     std::vector<CQelProperty> Values(unsigned long recordOid);
     /// Prints some packages as people read them, through the regional settings of the environment.
     void Print(const std::vector<unsigned long>& recordOids, std::ostream& out);
@@ -49,13 +50,13 @@ private:
     using TRecord = std::vector<SQelPropColumnData>;
     using TColumn = typename Table::SQelColumn;
 
-    Table AddTable(const std::wstring& name, const std::wstring& description,
-                   const std::vector<TColumn>& columns);
+    Table AddTable(const std::wstring& name, const std::wstring& description, std::vector<TColumn> columns);
     Table FindTable(const std::wstring& name);
     unsigned int Count(const Table& table);
     std::map<std::wstring, unsigned long> OidsByName(const Table& table);
     unsigned long AddSection(const std::wstring& name);
     TRecord RecordOf(const SPackage& package, unsigned long section, unsigned long long allBytes) const;
+    CQelProperty SectionName(const CQelProperty& reference);
     TRecord Read(const Table& table, unsigned long recordOid);
 
     Database& m_db;
@@ -64,3 +65,4 @@ private:
 };
 
 using CSqlCatalogue = CCatalogue<CQelPropDB, CQelTable>;
+using CLegacyCatalogue = CCatalogue<CQelPropDB3X, CQelTable3X>;

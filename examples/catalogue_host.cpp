@@ -55,16 +55,22 @@ private:
     std::chrono::steady_clock::time_point m_start = std::chrono::steady_clock::now();
 };
 
-void RequireOpen(int raw, const std::filesystem::path& path)
+void RequireOpen(CQelSQLite& connection, const std::filesystem::path& path)
 {
-    Require(CQelSQLite::MapQelERR(raw), "opening " + path.string());
+    Require(CQelSQLite::MapQelERR(connection.Open(path.wstring())), "opening " + path.string());
+}
+
+void TellStored(std::size_t packages, const std::filesystem::path& path, const CStopwatch& watch)
+{
+    std::cout << "Stored " << packages << " packages in " << path.filename().string() << ": " << watch.Text()
+              << "\n";
 }
 
 // One transaction of the host's around everything: the file is synced once, and a failure leaves it empty.
-void Fill(const std::filesystem::path& path, const std::vector<SPackage>& packages)
+void FillDatabase(const std::filesystem::path& path, const std::vector<SPackage>& packages)
 {
     CQelSQLite connection;
-    RequireOpen(connection.Open(path.wstring()), path);
+    RequireOpen(connection, path);
     CSQLiteTransaction transaction(&connection, false);
     if (!transaction.BeginTrans())
         throw std::runtime_error("the database could not be locked");
@@ -78,22 +84,58 @@ void Fill(const std::filesystem::path& path, const std::vector<SPackage>& packag
     catalogue.Store(packages);
     if (!transaction.Commit())
         throw std::runtime_error("the transaction could not be committed");
-    std::cout << "Stored " << catalogue.CountPackages() << " packages in " << catalogue.CountSections()
-              << " sections in one transaction: " << watch.Text() << "\n";
+    TellStored(packages.size(), path, watch);
+}
+
+// The same for the earlier format: one batch of its store.
+void FillStore(const std::filesystem::path& path, const std::vector<SPackage>& packages)
+{
+    const CStopwatch watch;
+    CQelPropDB3X db;
+    Require(db.Create(path.wstring()), "making the store");
+    CLegacyCatalogue catalogue(db);
+    catalogue.Define();
+    Require(db.BlobDB().BeginBatch(), "beginning a batch");
+    catalogue.Store(packages);
+    Require(db.BlobDB().CommitBatch(), "ending the batch");
+    Require(db.Close(), "closing the store");
+    TellStored(packages.size(), path, watch);
 }
 
 // Says whether the stored packages are those of the list. False when any differs.
-bool Verify(CSqlCatalogue& catalogue, const std::vector<SPackage>& packages)
+template <class Catalogue>
+bool Verify(Catalogue& catalogue, const std::vector<SPackage>& packages, const char* name)
 {
     const CStopwatch watch;
     const std::size_t differing = catalogue.CountDiffering(packages);
-    if (differing == 0 && catalogue.CountPackages() == packages.size()) {
-        std::cout << "Found all " << packages.size() << " packages as they were: " << watch.Text() << "\n";
-        return true;
+    const bool same = differing == 0 && catalogue.CountPackages() == packages.size();
+    if (same)
+        std::cout << "Found all " << packages.size() << " packages as they were in " << name << ": "
+                  << watch.Text() << "\n";
+    else
+        std::cout << "Found " << catalogue.CountPackages() << " packages in " << name << "; " << differing
+                  << " of the " << packages.size() << " in the list are missing or differ\n";
+    return same;
+}
+
+// Sorts both by size and name and compares them value by value.
+bool AnswerAlike(CSqlCatalogue& database, CLegacyCatalogue& store)
+{
+    const std::vector<unsigned long> left = database.OidsBySize();
+    const std::vector<unsigned long> right = store.OidsBySize();
+    std::size_t values = 0;
+    bool alike = left.size() == right.size();
+    for (std::size_t i = 0; alike && i < left.size(); ++i) {
+        const std::vector<CQelProperty> record = database.Values(left[i]);
+        alike = record == store.Values(right[i]);
+        values += record.size();
     }
-    std::cout << "Found " << catalogue.CountPackages() << " packages; " << differing << " of the "
-              << packages.size() << " in the list are missing or differ\n";
-    return false;
+    if (alike)
+        std::cout << "Both answer alike: " << left.size() << " records in one order, " << values
+                  << " equal values\n";
+    else
+        std::cout << "The two differ\n";
+    return alike;
 }
 
 void ShowLargest(CSqlCatalogue& catalogue)
@@ -109,20 +151,29 @@ void ShowLargest(CSqlCatalogue& catalogue)
 int Run(const SOptions& options)
 {
     const std::vector<SPackage> packages = ReadPackageList(options.status);
-    const std::filesystem::path path = options.folder / "catalogue.db";
-    if (std::filesystem::exists(path))
-        std::cout << "Reopening " << path.string() << "\n";
-    else
-        Fill(path, packages);
+    const std::filesystem::path databasePath = options.folder / "catalogue.db";
+    const std::filesystem::path storePath = options.folder / "catalogue.store";
+    if (!std::filesystem::exists(databasePath))
+        FillDatabase(databasePath, packages);
+    if (!std::filesystem::exists(storePath))
+        FillStore(storePath, packages);
 
     CQelSQLite connection;
-    RequireOpen(connection.Open(path.wstring()), path);
+    RequireOpen(connection, databasePath);
     CQelPropDB db(&connection);
     Require(db.Attach(false, nullptr), "reading the database");
-    CSqlCatalogue catalogue(db);
-    catalogue.Find();
-    const bool same = Verify(catalogue, packages);
-    ShowLargest(catalogue);
+    CSqlCatalogue database(db);
+    database.Find();
+
+    CQelPropDB3X legacy;
+    Require(legacy.Open(storePath.wstring(), true), "opening " + storePath.string());
+    CLegacyCatalogue store(legacy);
+    store.Find();
+
+    bool same = Verify(database, packages, "catalogue.db");
+    same = Verify(store, packages, "catalogue.store") && same;
+    same = AnswerAlike(database, store) && same;
+    ShowLargest(database);
     return same ? 0 : 1;
 }
 

@@ -8,3 +8,13 @@ add_test(NAME headers_alone
     COMMAND ${CMAKE_COMMAND} --build ${PROJECT_BINARY_DIR} --target all_verify_interface_header_sets)
 add_test(NAME sizes COMMAND bash ${PROJECT_SOURCE_DIR}/scripts/report-sizes)
 add_test(NAME readme_example COMMAND bash ${PROJECT_SOURCE_DIR}/scripts/update-readme --check)
+add_test(NAME package
+    COMMAND bash ${CMAKE_CURRENT_SOURCE_DIR}/package/check.sh ${PROJECT_BINARY_DIR} ${QEL_SANITIZE})
+
+if(TARGET lamps)
+    add_test(NAME example_lamps COMMAND lamps WORKING_DIRECTORY ${PROJECT_BINARY_DIR})
+    set_tests_properties(example_lamps PROPERTIES
+        ENVIRONMENT "LC_ALL=de_DE.UTF-8" PASS_REGULAR_EXPRESSION "^Desk lamp: 1.249,50 EUR\nLantern: 80,00 EUR\n$")
+    add_test(NAME example_catalogue
+        COMMAND bash ${house}/example-catalogue.sh $<TARGET_FILE:catalogue_host>)
+endif()
