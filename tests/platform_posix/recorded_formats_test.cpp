@@ -140,7 +140,7 @@ TEST(RecordedFormats, SettingsOfLocalesAreThoseRecorded)
         SCOPED_TRACE(row[1] + " " + row[2]);
         ExpectAnswer(row, answer, row[4], "0");
     }
-    EXPECT_EQ(rows.size(), 317U);
+    EXPECT_EQ(rows.size(), 330U);
 }
 
 TEST(RecordedFormats, DatesAndTimesAreWrittenAsRecorded)
