@@ -4,6 +4,8 @@ add_library(qel_options INTERFACE)
 target_compile_options(qel_options INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror
     $<$<CXX_COMPILER_ID:Clang>:-Wno-sign-conversion>) # part of -Wconversion for clang alone
+# A symbol that is unique in the process pins its library: it could never be unloaded, nor a load be undone.
+target_compile_options(qel_options INTERFACE $<$<COMPILE_LANG_AND_ID:CXX,GNU>:-fno-gnu-unique>)
 if(QEL_SANITIZE)
     target_compile_options(qel_options INTERFACE
         -fsanitize=${QEL_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)

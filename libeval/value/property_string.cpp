@@ -1,7 +1,7 @@
 // property_string.cpp: a value as text: as stored, through a caller's format or for people.
 #include <qelprop4/qelproperty.h>
 
-#include "../resources/module_strings.h"
+#include "../resources/resources.h"
 #include "payload_format.h"
 #include "property_access.h"
 #include "rendering.h"
@@ -13,8 +13,6 @@
 #include <string_view>
 
 namespace {
-
-constexpr unsigned int kFirstTypeName = 15200;
 
 /// Asked only where a number with a decimal point may come, since it takes as long as the rest.
 wchar_t DecimalPointFor(std::wstring_view format)
@@ -52,5 +50,5 @@ std::wstring CQelProperty::GetTypeName(EType type)
 {
     if (!qel::IsKnownType(type))
         return {};
-    return qel::ModuleString(kFirstTypeName + static_cast<unsigned int>(type));
+    return qel::ModuleString(qel::kStringTypeName + static_cast<unsigned int>(type));
 }

@@ -1,7 +1,7 @@
 // rendering.cpp: a value as the user's regional settings show it.
 #include "rendering.h"
 
-#include "../resources/module_strings.h"
+#include "../resources/resources.h"
 #include "decimal_text.h"
 #include "locale_formats.h"
 
@@ -17,10 +17,6 @@ namespace {
 constexpr int kNumberRoom = 512;
 constexpr int kDateRoom = 256;
 constexpr int kFloatDecimals = 6; // of "%f"
-
-constexpr unsigned int kYes = 15002;
-constexpr unsigned int kNo = 15003;
-constexpr unsigned int kBinaryObject = 15004;
 
 /// What a platform function wrote; `count` includes the terminator and is 0 for a failure.
 std::wstring Written(const wchar_t* text, int count)
@@ -117,11 +113,11 @@ std::wstring RegionalText(const CQelProperty::SData& data)
     case CQelProperty::eDateTime:
         return DateText(DoubleBits(data)) + L" " + TimeText(DoubleBits(data));
     case CQelProperty::eBool:
-        return ModuleString(FirstByte(data) != 0 ? kYes : kNo);
+        return ModuleString(FirstByte(data) != 0 ? kStringYes : kStringNo);
     case CQelProperty::eCurrency:
         return CurrencyText(data);
     case CQelProperty::eBlob:
-        return ModuleString(kBinaryObject);
+        return ModuleString(kStringBlob);
     default:
         return {};
     }

@@ -1,6 +1,7 @@
 // mfc.h: the few classes of the application framework that the libraries stand on.
 #pragma once
 
+#include <qelplat4/afxmodule.h>
 #include <qelplat4/export.h>
 #include <qelplat4/oledatetime.h>
 #include <qelplat4/types.h>
@@ -46,6 +47,11 @@ public:
     CString(const wchar_t* text) : m_text(text != nullptr ? text : L"") {}
     CString(const wchar_t* text, int length) : m_text(text, static_cast<std::size_t>(length)) {}
     explicit CString(std::wstring text) : m_text(std::move(text)) {}
+
+    /// Loads a text from a module's string table. @return FALSE, leaving an empty text, when it has none
+    BOOL LoadString(HINSTANCE module, UINT id) { return AfxLoadString(module, id, m_text); }
+    /// Loads a text through the chain of resource modules.
+    BOOL LoadString(UINT id) { return AfxLoadString(id, m_text); }
 
     int GetLength() const { return static_cast<int>(m_text.size()); }
     bool IsEmpty() const { return m_text.empty(); }
