@@ -104,7 +104,7 @@ unsigned int CStoreFile::TakeOver()
     }
     Run(m_db, L"BEGIN EXCLUSIVE; COMMIT"); // recovers, and holds the lock until the file is closed
     m_wal = AskText(m_db, L"PRAGMA journal_mode") == L"wal";
-    return kSuccess;
+    return m_wal || m_place.DeleteWalFiles() ? kSuccess : kSqlBase + SQLITE_IOERR; // empty ones are not used
 }
 
 // Reading the schema also makes a reader take its lock, which it then holds.
@@ -139,6 +139,7 @@ unsigned int CStoreFile::Close()
 // from one kind of journal to the other in normal locking deletes it.
 unsigned int CStoreFile::Leave()
 {
+    SetSafety(true); // the change of form goes through the rollback journal
     ExpectMode(m_db, L"PRAGMA journal_mode=DELETE", L"delete", __LINE__);
     ExpectMode(m_db, L"PRAGMA locking_mode=NORMAL", L"normal", __LINE__);
     ExpectMode(m_db, L"PRAGMA journal_mode=TRUNCATE", L"truncate", __LINE__);

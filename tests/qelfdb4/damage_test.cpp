@@ -16,7 +16,7 @@ Records MakeRecords()
     Records records;
     for (unsigned int oid = 1; oid <= 30; ++oid)
         records[oid] = std::string(oid * oid % 97, static_cast<char>('a' + oid % 26));
-    records[31] = std::string(9000, 'z'); // has pages of its own
+    records[31] = std::string(5000, '\x7a'); // has a page of its own
     return records;
 }
 
@@ -71,7 +71,9 @@ protected:
 
 TEST_F(StoreDamage, OfAnySingleByteNeverGivesAWrongRecord)
 {
-    for (std::size_t at = 0; at < sound.size(); at += at < 4096 || at % 4096 < 16 ? 1 : 3) {
+    for (std::size_t at = 0; at < sound.size(); ++at) {
+        if (sound[at] == '\0' && at % 16 != 0) // most of the room that is not used
+            continue;
         std::string damaged = sound;
         damaged[at] = static_cast<char>(damaged[at] ^ (at % 2 == 0 ? 0xff : 0x01));
         Probe(damaged, at);
