@@ -99,6 +99,17 @@ int CConnection::Take(const wchar_t* text, SKeptStatement*& kept) noexcept
     }
 }
 
+int CConnection::KeepReady(const wchar_t* text) noexcept
+{
+    if (m_cache.Has(text))
+        return SQLITE_OK;
+    SKeptStatement* kept = nullptr;
+    const int raw = Take(text, kept);
+    if (raw == SQLITE_OK)
+        m_cache.GiveBack(kept, false);
+    return raw;
+}
+
 // Prepares the one statement of a text; blanks and comments may stand around it.
 int CConnection::PrepareOne(const std::string& sql, sqlite3_stmt*& statement)
 {
@@ -130,7 +141,7 @@ int CConnection::Run(const wchar_t* text) noexcept
     if (raw == SQLITE_INTERRUPT && InTransaction() != inTransaction)
         raw = SQLITE_DONE;
     raw = raw == SQLITE_DONE ? SQLITE_OK : Failed(raw, __LINE__);
-    m_cache.GiveBack(kept);
+    m_cache.GiveBack(kept, false);
     return raw;
 }
 

@@ -33,7 +33,11 @@ public:
     /// @param kept  out: null unless the result is 0
     /// @return raw; 21 closed, null text, no statement in the text or more than one; failures are logged
     int Take(const wchar_t* text, SKeptStatement*& kept) noexcept;
-    void GiveBack(SKeptStatement* kept) noexcept { m_cache.GiveBack(kept); }
+    /// @param bound  whether anything was bound
+    void GiveBack(SKeptStatement* kept, bool bound) noexcept { m_cache.GiveBack(kept, bound); }
+    /// Sees to it that a text is kept, so that running it later does not fail for lack of memory.
+    /// @return raw, as Take gives it
+    int KeepReady(const wchar_t* text) noexcept;
     /// Runs a kept statement that gives no rows. @return 0, else a raw code, logged
     int Run(const wchar_t* text) noexcept;
     /// Runs a batch; nothing of it is kept. @return 0, else a raw code, logged

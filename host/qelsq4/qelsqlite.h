@@ -141,6 +141,7 @@ private:
     qel::SKeptStatement* m_kept = nullptr;
     CStatement* m_previous = nullptr;
     CStatement* m_next = nullptr;
+    bool m_bound = false;
     std::uint64_t m_failedBinds = 0; // a bit for each parameter whose bind failed
     int m_bindFailure = 0;
     int m_failure; // what everything answers without a prepared form

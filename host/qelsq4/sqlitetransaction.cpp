@@ -17,16 +17,6 @@ constexpr const wchar_t* kBeginExclusive = L"BEGIN EXCLUSIVE";
 constexpr const wchar_t* kCommit = L"COMMIT";
 constexpr const wchar_t* kRollback = L"ROLLBACK";
 
-// Prepares a text for later, so that undoing a change does not fail for lack of memory.
-bool KeepReady(qel::CConnection& connection, const wchar_t* text)
-{
-    qel::SKeptStatement* kept = nullptr;
-    if (connection.Take(text, kept) != SQLITE_OK)
-        return false;
-    connection.GiveBack(kept);
-    return true;
-}
-
 } // namespace
 
 CSQLiteTransaction::CSQLiteTransaction(CQelSQLite* db, bool exclusive) : m_db(db), m_exclusive(exclusive)
@@ -48,7 +38,7 @@ bool CSQLiteTransaction::BeginTrans()
             connection.m_guards->End();
     }
     const wchar_t* const begin = m_exclusive ? kBeginExclusive : kBeginImmediate;
-    if (!KeepReady(connection, m_savepoint ? kRollbackTo : kRollback) ||
+    if (connection.KeepReady(m_savepoint ? kRollbackTo : kRollback) != SQLITE_OK ||
         connection.Run(m_savepoint ? kSavepoint : begin) != SQLITE_OK)
         return false;
     m_state = EState::eBegun;

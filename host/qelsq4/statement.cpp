@@ -48,10 +48,11 @@ CQelSQLite::CStatement::~CStatement()
 void CQelSQLite::CStatement::GiveBack()
 {
     if (m_kept != nullptr)
-        m_connection->GiveBack(m_kept);
+        m_connection->GiveBack(m_kept, m_bound);
     m_kept = nullptr;
     m_statement = nullptr;
     m_failure = SQLITE_MISUSE;
+    m_bound = false;
     m_failedBinds = 0;
 }
 
@@ -70,6 +71,7 @@ int CQelSQLite::CStatement::Prepare(const wchar_t* sql)
 int CQelSQLite::CStatement::Bound(int index, int raw)
 {
     if (raw == SQLITE_OK) {
+        m_bound = true;
         m_failedBinds &= ~BitOf(index);
         return raw;
     }
@@ -152,12 +154,13 @@ int CQelSQLite::CStatement::StepRaw()
 
 int CQelSQLite::CStatement::Step()
 {
-    return qel::RaiseIfHard(StepRaw(), __LINE__);
+    const int raw = StepRaw();
+    return raw == SQLITE_ROW || raw == SQLITE_DONE ? raw : qel::RaiseIfHard(raw, __LINE__);
 }
 
 int CQelSQLite::CStatement::Execute()
 {
-    return qel::RaiseIfHard(StepRaw(), __LINE__);
+    return Step();
 }
 
 long long CQelSQLite::CStatement::GetInt(int column)
@@ -187,10 +190,14 @@ bool CQelSQLite::CStatement::GetBlob(int column, TavBlob* blob)
 
 bool CQelSQLite::CStatement::GetBytes(int column, const unsigned char*& data, unsigned int& size)
 {
-    if (m_statement == nullptr || sqlite3_column_type(m_statement, column) == SQLITE_NULL)
+    if (m_statement == nullptr)
         return false;
     const auto* const bytes = static_cast<const unsigned char*>(sqlite3_column_blob(m_statement, column));
-    RaiseIfOutOfMemory(m_statement, bytes);
+    if (bytes == nullptr) {
+        RaiseIfOutOfMemory(m_statement, bytes);
+        if (sqlite3_column_type(m_statement, column) == SQLITE_NULL)
+            return false;
+    }
     data = bytes;
     size = bytes != nullptr ? static_cast<unsigned int>(sqlite3_column_bytes(m_statement, column)) : 0;
     return true;

@@ -20,18 +20,32 @@ CStatementCache::~CStatementCache()
     Clear();
 }
 
-SKeptStatement* CStatementCache::Take(std::wstring_view text)
+SKeptStatement* CStatementCache::FindIdle(std::wstring_view text)
 {
     const auto [first, last] = m_statements.equal_range(text);
     for (auto it = first; it != last; ++it) {
-        SKeptStatement& kept = *it->second;
-        if (kept.idle) {
-            kept.idle = false;
-            --m_idle;
-            return &kept;
-        }
+        if (it->second->idle)
+            return it->second.get();
     }
     return nullptr;
+}
+
+SKeptStatement* CStatementCache::Take(std::wstring_view text)
+{
+    SKeptStatement* const kept = FindIdle(text);
+    if (kept != nullptr) {
+        kept->idle = false;
+        --m_idle;
+    }
+    return kept;
+}
+
+bool CStatementCache::Has(std::wstring_view text)
+{
+    SKeptStatement* const kept = FindIdle(text);
+    if (kept != nullptr)
+        kept->lastUse = ++m_clock;
+    return kept != nullptr;
 }
 
 SKeptStatement* CStatementCache::Enter(std::wstring_view text, sqlite3_stmt* statement)
@@ -49,10 +63,11 @@ SKeptStatement* CStatementCache::Enter(std::wstring_view text, sqlite3_stmt* sta
     }
 }
 
-void CStatementCache::GiveBack(SKeptStatement* kept) noexcept
+void CStatementCache::GiveBack(SKeptStatement* kept, bool bound) noexcept
 {
     sqlite3_reset(kept->statement);
-    sqlite3_clear_bindings(kept->statement);
+    if (bound)
+        sqlite3_clear_bindings(kept->statement);
     kept->idle = true;
     kept->lastUse = ++m_clock;
     if (++m_idle > kMostIdle)

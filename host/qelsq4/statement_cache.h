@@ -38,9 +38,12 @@ public:
     SKeptStatement* Take(std::wstring_view text);
     /// Enters a statement that was just prepared and hands it out; finalises it if memory runs out.
     SKeptStatement* Enter(std::wstring_view text, sqlite3_stmt* statement);
+    /// Whether an idle statement of this text is kept; it then counts as used.
+    bool Has(std::wstring_view text);
     /// Takes a statement back: reset, so that it holds no lock, and without bindings, so that the next user
     /// finds it as a fresh one.
-    void GiveBack(SKeptStatement* kept) noexcept;
+    /// @param bound  whether anything was bound since it was handed out
+    void GiveBack(SKeptStatement* kept, bool bound) noexcept;
     /// Finalises every statement, those in use as well.
     void Clear() noexcept;
 
@@ -55,6 +58,7 @@ private:
     using TStatements =
         std::unordered_multimap<std::wstring_view, std::unique_ptr<SKeptStatement>, SCoarseHash>;
 
+    SKeptStatement* FindIdle(std::wstring_view text);
     void DropOldest() noexcept;
 
     TStatements m_statements; // keys are views of the texts inside
