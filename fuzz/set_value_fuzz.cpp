@@ -34,7 +34,7 @@ void Ask(const CQelProperty& value)
     const bool isUnordered = value.GetType() == CQelProperty::eDouble; // it may be no number
     if (value.GetType() <= CQelProperty::eDateTime && !isUnordered && !(back == value))
         std::abort();
-    if (value < value || back < value || value < back)
+    if (back < value || value < back)
         std::abort();
 }
 

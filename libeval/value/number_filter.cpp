@@ -13,7 +13,7 @@ namespace {
 
 bool IsIn(wchar_t character, std::wstring_view text)
 {
-    return text.find(character) != text.npos;
+    return text.find(character) != std::wstring_view::npos;
 }
 
 bool IsPartOfNumber(wchar_t character)

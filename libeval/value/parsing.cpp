@@ -59,6 +59,11 @@ void SetBytesOfText(CQelProperty& value, std::wstring_view text)
     value.SetBlob(units.data(), static_cast<unsigned int>(units.size() * sizeof(char16_t)));
 }
 
+std::int64_t WholeUnits(const CQelProperty::SData& currency)
+{
+    return SignedBits(currency) / static_cast<std::int64_t>(kCurrencyScale);
+}
+
 } // namespace
 } // namespace qel
 
@@ -125,7 +130,7 @@ double CQelProperty::Double() const
     case eBool:
         return qel::FirstByte(m_data) != 0 ? 1.0 : 0.0;
     case eCurrency: // whole units alone
-        return static_cast<double>(qel::SignedBits(m_data) / static_cast<long long>(qel::kCurrencyScale));
+        return static_cast<double>(qel::WholeUnits(m_data));
     default:
         return 0.0;
     }

@@ -101,7 +101,7 @@ private:
         return number;
     }
 
-    void Put(const SConversion& conversion, SNumberText text)
+    void Put(const SConversion& conversion, const SNumberText& text)
     {
         const std::size_t length = text.prefix.size() + text.body.size();
         const auto width = static_cast<std::size_t>(conversion.width);

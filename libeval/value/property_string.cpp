@@ -17,7 +17,7 @@ namespace {
 /// Asked only where a number with a decimal point may come, since it takes as long as the rest.
 wchar_t DecimalPointFor(std::wstring_view format)
 {
-    return format.find_first_of(L"eEfgGaA") == format.npos ? L'.' : qel::RuntimeDecimalPoint();
+    return format.find_first_of(L"eEfgGaA") == std::wstring_view::npos ? L'.' : qel::RuntimeDecimalPoint();
 }
 
 } // namespace

@@ -1,4 +1,6 @@
 // runtime_scan.cpp: numbers read as the original C runtime's swscanf reads them.
+#include "text_scan.h"
+
 #include <qelplat4/runtime_locale.h>
 
 #include <charconv>
@@ -14,15 +16,6 @@ namespace {
 bool IsDigit(wchar_t character)
 {
     return character >= L'0' && character <= L'9';
-}
-
-/// Blanks of any script; those that join what they stand between included.
-bool IsBlank(wchar_t character)
-{
-    const unsigned long code = static_cast<unsigned long>(character);
-    return (code >= 0x09 && code <= 0x0D) || code == 0x20 || code == 0x85 || code == 0xA0 || code == 0x1680 ||
-           (code >= 0x2000 && code <= 0x200B) || code == 0x2028 || code == 0x2029 || code == 0x202F ||
-           code == 0x205F || code == 0x3000;
 }
 
 /// Walks over a text; a null text is empty.
@@ -44,7 +37,13 @@ public:
     }
 
     /// Takes a sign. @return true for a minus
-    bool TakeSign() { return Skip(L'-') || (Skip(L'+') && false); }
+    bool TakeSign()
+    {
+        const bool isMinus = Skip(L'-');
+        if (!isMinus)
+            Skip(L'+');
+        return isMinus;
+    }
 
     /// Appends the digits that stand here. @return whether there were any
     bool TakeDigits(std::string& digits)
