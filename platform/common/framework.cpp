@@ -1,5 +1,5 @@
 // framework.cpp: the framework's root class and its exception base.
-#include <qelplat4/mfc.h>
+#include <qelplat4/afxbase.h>
 
 CObject::~CObject() = default;
 

@@ -1,43 +1,15 @@
 // mfc.h: the few classes of the application framework that the libraries stand on.
 #pragma once
 
+#include <qelplat4/afxbase.h>
 #include <qelplat4/afxmodule.h>
 #include <qelplat4/export.h>
 #include <qelplat4/oledatetime.h>
+#include <qelplat4/olevariant.h>
 #include <qelplat4/types.h>
 
 #include <string>
 #include <utility>
-
-/// Root of the framework's classes.
-class QELPLAT4_API CObject
-{
-public:
-    virtual ~CObject();
-
-protected:
-    CObject() = default;
-    CObject(const CObject&) = default;
-    CObject& operator=(const CObject&) = default;
-};
-
-/// Base of the framework's exceptions, which are thrown and caught by pointer.
-class QELPLAT4_API CException : public CObject
-{
-public:
-    CException() = default;
-    explicit CException(bool autoDelete) : m_autoDelete(autoDelete) {}
-    ~CException() override;
-
-    /// Frees the exception if it was made to be freed; the pointer is dead afterwards.
-    void Delete();
-
-    /// A text for people; empty when the exception has none.
-    virtual std::wstring GetErrorText() const;
-
-private:
-    bool m_autoDelete = true;
-};
 
 /// The framework's text class, as far as results of the SQL layer need it: an owned wide text.
 class QELPLAT4_API CString
