@@ -74,6 +74,9 @@ function(qel_shared name)
     target_sources(${name} PUBLIC FILE_SET HEADERS BASE_DIRS ${ARG_INCLUDE} FILES ${headers})
     target_link_libraries(${name} PUBLIC ${ARG_USES} PRIVATE ${ARG_DEPENDS} $<BUILD_INTERFACE:qel_options>)
     target_compile_features(${name} INTERFACE cxx_std_17)
+    if(NOT QEL_SANITIZE) # whose run-time is the program's
+        target_link_options(${name} PRIVATE -Wl,--no-undefined)
+    endif()
     set_target_properties(${name} PROPERTIES
         VERSION ${PROJECT_VERSION}
         SOVERSION ${PROJECT_VERSION_MAJOR}
