@@ -1,0 +1,73 @@
+// terminal.cpp: arguments, streams and signals of a POSIX process.
+#include <qelplat4/terminal.h>
+
+#include "locale_name.h"
+
+#include <csignal>
+#include <cstdlib>
+
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+namespace qel {
+namespace {
+
+volatile std::sig_atomic_t g_interrupted = 0;
+
+extern "C" void RememberInterrupt(int number)
+{
+    g_interrupted = 1;
+    std::signal(number, SIG_DFL);
+}
+
+} // namespace
+
+std::vector<std::string> CommandLineArguments(int argc, char** argv)
+{
+    return argc > 1 ? std::vector<std::string>(argv + 1, argv + argc) : std::vector<std::string>();
+}
+
+bool IsTerminal(EStream stream)
+{
+    return isatty(static_cast<int>(stream)) == 1;
+}
+
+int TerminalColumns(int absent)
+{
+    for (const int descriptor : {STDOUT_FILENO, STDERR_FILENO}) {
+        winsize size{};
+        if (ioctl(descriptor, TIOCGWINSZ, &size) == 0 && size.ws_col > 0)
+            return size.ws_col;
+    }
+    return absent;
+}
+
+void PrepareStreams()
+{
+    std::signal(SIGPIPE, SIG_IGN);
+}
+
+void CatchInterrupts()
+{
+    std::signal(SIGINT, RememberInterrupt);
+    std::signal(SIGTERM, RememberInterrupt);
+}
+
+bool WasInterrupted()
+{
+    return g_interrupted != 0;
+}
+
+void SetInterrupted(bool interrupted)
+{
+    g_interrupted = interrupted ? 1 : 0;
+}
+
+bool UseLocale(const std::string& name)
+{
+    if (!IsNeutralName(name) && IcuLocaleId(name).empty())
+        return false;
+    return setenv("LC_ALL", name.c_str(), 1) == 0;
+}
+
+} // namespace qel

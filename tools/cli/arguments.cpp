@@ -1,0 +1,44 @@
+// arguments.cpp: values of the command line as texts and numbers.
+#include "arguments.h"
+
+#include <charconv>
+
+namespace tool {
+
+std::string CArguments::Text(const std::string& key, const std::string& absent) const
+{
+    const std::vector<std::string>& values = All(key);
+    return values.empty() ? absent : values.back();
+}
+
+const std::vector<std::string>& CArguments::All(const std::string& key) const
+{
+    static const std::vector<std::string> kNone;
+    const auto found = m_values.find(key);
+    return found == m_values.end() ? kNone : found->second;
+}
+
+unsigned long CArguments::Number(const std::string& key, unsigned long absent, unsigned long least,
+                                 unsigned long most) const
+{
+    if (!Has(key))
+        return absent;
+    const std::string text = Text(key);
+    unsigned long number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc() || end != text.data() + text.size() || number < least || number > most)
+        throw UsageFailure(key + ": '" + text + "' is no number from " + std::to_string(least) + " to " +
+                           std::to_string(most));
+    return number;
+}
+
+SFailure UsageFailure(const std::string& message, const std::string& hint)
+{
+    SFailure failure;
+    failure.exit = EExit::eUsage;
+    failure.message = message;
+    failure.hint = hint;
+    return failure;
+}
+
+} // namespace tool

@@ -1,0 +1,36 @@
+// commands.h: every command and every option of the program.
+#pragma once
+
+#include "command.h"
+
+namespace tool {
+
+/// Options that every command takes, before or after its name.
+const std::vector<SOption>& GlobalOptions();
+/// Options that say what is printed, how and where; every command takes them, those that print heed them.
+const std::vector<SOption>& OutputOptions();
+/// All commands, in the order in which help shows them.
+const std::vector<SCommand>& AllCommands();
+/// The command of this name; null when there is none.
+const SCommand* FindCommand(const std::string& name);
+/// "Look", "Define" and so on.
+const char* GroupTitle(EGroup group);
+
+/// FILE, as every command but a few begins.
+SPositional FileArgument(const std::string& help = "an SQLite database or a legacy store");
+/// TABLE, by name or as @OID.
+SPositional TableArgument();
+/// --dry-run
+SOption DryRunOption();
+/// --yes
+SOption YesOption();
+
+/// Commands by group, each in its own folder.
+std::vector<SCommand> LookCommands();
+std::vector<SCommand> DefineCommands();
+std::vector<SCommand> RecordCommands();
+std::vector<SCommand> ExchangeCommands();
+std::vector<SCommand> CareCommands();
+std::vector<SCommand> ShellCommands();
+
+} // namespace tool

@@ -1,0 +1,158 @@
+// context.cpp: opens files, keeps the log, asks the user.
+#include "context.h"
+
+#include "log_on_stream.h"
+
+#include <qelplat4/terminal.h>
+
+#include <cstdlib>
+
+namespace tool {
+namespace {
+
+constexpr unsigned long kLongestWait = 2147483647; // milliseconds, as the engine takes them
+
+std::unique_ptr<CDovLogfile> MakeLog(const CArguments& arguments, std::ostream& err)
+{
+    const std::size_t verbosity = arguments.All("--verbose").size();
+    if (verbosity == 0 && !arguments.Has("--log"))
+        return nullptr;
+    auto log = std::make_unique<CLogOnStream>(verbosity > 0 ? &err : nullptr);
+    constexpr int kUsual = 3;
+    constexpr int kEverything = 4;
+    log->SetLevel(verbosity > 1 || arguments.Has("--log") ? kEverything : kUsual);
+    log->SetStreamLevel(verbosity > 1 ? kEverything : kUsual);
+    if (arguments.Has("--log") && !log->Open(Wide(arguments.Text("--log")))) {
+        SFailure failure;
+        failure.file = arguments.Text("--log");
+        failure.message = "cannot open the log file";
+        throw failure;
+    }
+    return log;
+}
+
+} // namespace
+
+CContext::CContext(const SSurroundings& surroundings, CArguments arguments)
+    : m_surroundings(surroundings), m_arguments(std::move(arguments))
+{
+    if (m_arguments.Has("--locale") && !qel::UseLocale(m_arguments.Text("--locale")))
+        throw UsageFailure("--locale: no locale '" + m_arguments.Text("--locale") + "'",
+                           "names look like de_DE or en_US");
+    m_log = MakeLog(m_arguments, m_surroundings.err);
+}
+
+CContext::~CContext() = default;
+
+EFormat CContext::Format(EFormat absent) const
+{
+    const std::string name = m_arguments.Text("--as");
+    if (m_arguments.Has("--csv") || name == "csv")
+        return EFormat::eCsv;
+    if (m_arguments.Has("--tsv") || name == "tsv")
+        return EFormat::eTsv;
+    if (m_arguments.Has("--jsonl") || name == "jsonl")
+        return EFormat::eJsonLines;
+    if (m_arguments.Has("--json") || name == "json")
+        return EFormat::eJson;
+    if (name == "plain")
+        return EFormat::ePlain;
+    return name == "table" ? EFormat::eTable : absent;
+}
+
+bool CContext::WantsColor() const
+{
+    const std::string when = m_arguments.Text("--color", "auto");
+    if (when != "auto")
+        return when == "always";
+    const char* refused = std::getenv("NO_COLOR");
+    const char* terminal = std::getenv("TERM");
+    const bool dumb = terminal != nullptr && std::string(terminal) == "dumb";
+    return m_surroundings.outIsTerminal && !m_arguments.Has("--output") && !dumb &&
+           (refused == nullptr || *refused == '\0');
+}
+
+bool CContext::WantsProgress() const
+{
+    return m_surroundings.errIsTerminal && m_surroundings.columns > 0 && !IsQuiet() &&
+           m_arguments.Text("--progress", "auto") == "auto";
+}
+
+CDovLogfile* CContext::Log() const
+{
+    return m_log.get();
+}
+
+CPropertyFile::SOptions CContext::FileOptions(EAccess access) const
+{
+    CPropertyFile::SOptions options;
+    options.access = access;
+    options.busyTimeout = static_cast<int>(m_arguments.Number("--timeout", 0, 0, kLongestWait));
+    options.log = m_log.get();
+    return options;
+}
+
+std::unique_ptr<CPropertyFile> CContext::OpenFile(EAccess access, const std::string& key)
+{
+    return CPropertyFile::Open(Wide(m_arguments.Text(key)), FileOptions(access));
+}
+
+void CContext::Finish(CPropertyFile& file)
+{
+    CheckInterrupt();
+    if (IsDryRun()) {
+        file.Rollback();
+        Tell("dry run: nothing was saved");
+    } else {
+        file.Commit();
+    }
+}
+
+void CContext::CheckInterrupt() const
+{
+    if (!qel::WasInterrupted())
+        return;
+    SFailure failure;
+    failure.exit = EExit::eInterrupt;
+    failure.message = "interrupted; nothing was saved";
+    throw failure;
+}
+
+void CContext::Tell(const std::string& line)
+{
+    if (!IsQuiet())
+        Err() << line << '\n';
+}
+
+void CContext::Confirm(const std::string& question)
+{
+    if (m_arguments.Has("--yes") || IsDryRun())
+        return;
+    SFailure refusal;
+    refusal.exit = EExit::eRefused;
+    if (!m_surroundings.inIsTerminal || !m_surroundings.errIsTerminal) {
+        refusal.exit = EExit::eUsage;
+        refusal.message = question + " wants --yes where there is no terminal to ask on";
+        throw refusal;
+    }
+    Err() << question << "? [y/N] " << std::flush;
+    std::string answer;
+    std::getline(In(), answer);
+    CheckInterrupt();
+    if (answer != "y" && answer != "Y" && answer != "yes") {
+        refusal.message = "not confirmed; nothing was removed";
+        throw refusal;
+    }
+}
+
+std::wstring Wide(const std::string& utf8)
+{
+    return TavCharConvert().UTF8ToUnicode(utf8);
+}
+
+std::string Utf8(const std::wstring& text)
+{
+    return TavCharConvert().ToUTF8(text);
+}
+
+} // namespace tool

@@ -1,0 +1,197 @@
+// parser.cpp: makes a CLI11 parser out of the commands' descriptions and reads its results.
+#include "parser.h"
+
+#include "commands.h"
+#include "suggestion.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+
+namespace tool {
+namespace {
+
+/// Options by key, bound to what the parser found for them.
+using CBound = std::vector<std::pair<std::string, CLI::Option*>>;
+
+bool Ignore(const CLI::results_t&)
+{
+    return true;
+}
+
+void AddOption(CLI::App& parser, const SOption& option, CBound& bound)
+{
+    CLI::Option* added = nullptr;
+    if (option.value.empty()) {
+        added = parser.add_flag(option.names);
+    } else {
+        added = parser.add_option(option.names, CLI::callback_t(Ignore));
+        added->expected(1)->allow_extra_args(false);
+        added->multi_option_policy(option.repeats ? CLI::MultiOptionPolicy::TakeAll
+                                                  : CLI::MultiOptionPolicy::TakeLast);
+    }
+    bound.emplace_back(option.Key(), added);
+}
+
+void AddPositional(CLI::App& parser, const SPositional& positional, CBound& bound)
+{
+    CLI::Option* added = parser.add_option(positional.name, CLI::callback_t(Ignore));
+    if (positional.repeats)
+        added->expected(0, CLI::detail::expected_max_vector_size);
+    bound.emplace_back(positional.name, added);
+}
+
+bool IsAmong(const SOption& option, const std::vector<SOption>& others)
+{
+    return std::any_of(others.begin(), others.end(),
+                       [&](const SOption& other) { return other.Key() == option.Key(); });
+}
+
+void AddSharedOptions(CLI::App& parser, const std::vector<SOption>& own, CBound& bound)
+{
+    for (const std::vector<SOption>* options : {&GlobalOptions(), &OutputOptions()}) {
+        for (const SOption& option : *options) {
+            if (!IsAmong(option, own))
+                AddOption(parser, option, bound);
+        }
+    }
+}
+
+void Prepare(CLI::App& parser)
+{
+    parser.set_help_flag();
+    parser.allow_windows_style_options(false);
+}
+
+void Parse(CLI::App& parser, std::vector<std::string> arguments)
+{
+    std::reverse(arguments.begin(), arguments.end()); // the parser takes them from the end
+    try {
+        parser.parse(arguments);
+    } catch (const CLI::ParseError& error) {
+        throw UsageFailure(error.what());
+    }
+}
+
+std::vector<SOption> EveryOption(const SCommand* command)
+{
+    std::vector<SOption> options;
+    if (command != nullptr)
+        options = command->options;
+    options.insert(options.end(), GlobalOptions().begin(), GlobalOptions().end());
+    options.insert(options.end(), OutputOptions().begin(), OutputOptions().end());
+    return options;
+}
+
+[[noreturn]] void RefuseOption(const std::string& given, const SCommand* command)
+{
+    std::vector<std::string> known;
+    for (const SOption& option : EveryOption(command))
+        known.push_back(option.Key());
+    const std::string name = given.substr(0, given.find('='));
+    std::string hint = Suggestion(name, known);
+    if (hint.empty() && command != nullptr)
+        hint = "'qelprop " + command->name + " --help' lists its options";
+    throw UsageFailure("unknown option '" + name + "'", hint);
+}
+
+void CheckChoices(const SInvocation& invocation)
+{
+    for (const SOption& option : EveryOption(invocation.command)) {
+        if (option.choices.empty() || !invocation.arguments.Has(option.Key()))
+            continue;
+        const std::string value = invocation.arguments.Text(option.Key());
+        if (std::find(option.choices.begin(), option.choices.end(), value) != option.choices.end())
+            continue;
+        std::string list;
+        for (const std::string& choice : option.choices)
+            list += (list.empty() ? "" : ", ") + choice;
+        throw UsageFailure(option.Key() + ": '" + value + "' is none of " + list,
+                           Suggestion(value, option.choices));
+    }
+}
+
+void CheckPlaces(const SInvocation& invocation, const std::vector<std::string>& extras)
+{
+    for (const std::string& extra : extras) {
+        if (extra == "--")
+            continue;
+        if (extra.size() > 1 && extra[0] == '-')
+            RefuseOption(extra, invocation.command);
+        throw UsageFailure("too many arguments: '" + extra + "'",
+                           "'qelprop " + invocation.command->name + " --help' shows what it takes");
+    }
+    for (const SPositional& positional : invocation.command->positionals) {
+        if (positional.required && !invocation.arguments.Has(positional.name))
+            throw UsageFailure(invocation.command->name + ": no " + positional.name + " given",
+                               "'qelprop " + invocation.command->name + " --help' shows what it takes");
+    }
+}
+
+CArguments Found(const CBound& bound)
+{
+    CArguments arguments;
+    for (const auto& [key, option] : bound) {
+        if (option->count() > 0)
+            arguments.Set(key, option->results());
+    }
+    return arguments;
+}
+
+/// Reads the options before the command. @return the command and all that follows it
+std::vector<std::string> ReadUpToCommand(const std::vector<std::string>& arguments, CArguments& found)
+{
+    CLI::App parser;
+    Prepare(parser);
+    parser.prefix_command();
+    CBound bound;
+    AddSharedOptions(parser, {}, bound);
+    Parse(parser, arguments);
+    found = Found(bound);
+    return parser.remaining();
+}
+
+const SCommand& CommandNamed(const std::string& name)
+{
+    if (const SCommand* command = FindCommand(name))
+        return *command;
+    if (name.size() > 1 && name[0] == '-')
+        RefuseOption(name, nullptr);
+    std::vector<std::string> known;
+    for (const SCommand& command : AllCommands())
+        known.push_back(command.name);
+    std::string hint = Suggestion(name, known);
+    throw UsageFailure("no command '" + name + "'", hint.empty() ? "'qelprop --help' lists them" : hint);
+}
+
+} // namespace
+
+SInvocation ParseCommandLine(const std::vector<std::string>& arguments)
+{
+    SInvocation invocation;
+    const std::vector<std::string> unread = ReadUpToCommand(arguments, invocation.arguments);
+    if (unread.empty())
+        return invocation;
+    invocation.command = &CommandNamed(unread.front());
+
+    CLI::App parser;
+    Prepare(parser);
+    parser.allow_extras();
+    CBound bound;
+    for (const SPositional& positional : invocation.command->positionals)
+        AddPositional(parser, positional, bound);
+    for (const SOption& option : invocation.command->options)
+        AddOption(parser, option, bound);
+    AddSharedOptions(parser, invocation.command->options, bound);
+    std::vector<std::string> rest(arguments);
+    rest.erase(rest.end() - static_cast<std::ptrdiff_t>(unread.size()));
+    Parse(parser, rest);
+    invocation.arguments = Found(bound);
+    if (!invocation.arguments.Has("--help")) {
+        CheckPlaces(invocation, parser.remaining());
+        CheckChoices(invocation);
+    }
+    return invocation;
+}
+
+} // namespace tool

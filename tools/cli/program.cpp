@@ -1,0 +1,142 @@
+// program.cpp: runs one command, and turns its failure into a line on stderr and an exit status.
+#include "program.h"
+
+#include "help.h"
+#include "man_page.h"
+#include "parser.h"
+
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <cerrno>
+#include <exception>
+#include <new>
+
+namespace tool {
+namespace {
+
+constexpr int kClosedPipe = 141; // as a shell shows a program that a closed pipe has ended
+
+std::string CodeSuffix(const SFailure& failure)
+{
+    return failure.code == 0 ? "" : " (" + std::to_string(failure.code) + ")";
+}
+
+void PrintPlain(const SFailure& failure, std::ostream& err)
+{
+    err << "qelprop: ";
+    if (!failure.file.empty()) {
+        err << failure.file << ':';
+        if (failure.line != 0)
+            err << failure.line << ':';
+        err << ' ';
+    }
+    err << failure.message << CodeSuffix(failure) << '\n';
+    if (!failure.hint.empty())
+        err << "hint: " << failure.hint << '\n';
+}
+
+void PrintJson(const SFailure& failure, std::ostream& err)
+{
+    nlohmann::ordered_json object;
+    object["program"] = "qelprop";
+    if (!failure.file.empty())
+        object["file"] = failure.file;
+    if (failure.line != 0)
+        object["line"] = failure.line;
+    object["message"] = failure.message;
+    if (failure.code != 0)
+        object["code"] = failure.code;
+    if (!failure.hint.empty())
+        object["hint"] = failure.hint;
+    object["exit"] = static_cast<int>(failure.exit);
+    err << object.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace) << '\n';
+}
+
+/// An argument becomes text of the library, which has no place for other bytes.
+void CheckText(const std::vector<std::string>& arguments)
+{
+    for (const std::string& argument : arguments) {
+        if (Utf8(Wide(argument)) != argument)
+            throw UsageFailure("an argument is no text in UTF-8");
+    }
+}
+
+EExit RunInvocation(const SInvocation& invocation, const SSurroundings& surroundings)
+{
+    if (invocation.arguments.Has("--help")) {
+        surroundings.out << (invocation.command == nullptr ? ProgramHelp()
+                                                           : CommandHelp(*invocation.command));
+        return EExit::eDone;
+    }
+    if (invocation.arguments.Has("--version")) {
+        surroundings.out << "qelprop " << ProgramVersion() << '\n';
+        return EExit::eDone;
+    }
+    if (invocation.command == nullptr)
+        throw UsageFailure("no command given", "'qelprop --help' lists them");
+    CContext context(surroundings, invocation.arguments);
+    return invocation.command->run(context);
+}
+
+EExit ParseAndRun(const std::vector<std::string>& arguments, const SSurroundings& surroundings)
+{
+    CheckText(arguments);
+    if (arguments == std::vector<std::string>{"--man"}) {
+        surroundings.out << ManPage();
+        return EExit::eDone;
+    }
+    return RunInvocation(ParseCommandLine(arguments), surroundings);
+}
+
+SFailure UnknownFailure(const std::string& what)
+{
+    SFailure failure;
+    failure.message = what;
+    return failure;
+}
+
+/// Runs, and catches what was thrown. @return whether it went well
+bool RunGuarded(const std::vector<std::string>& arguments, const SSurroundings& surroundings, EExit& exit,
+                SFailure& failure)
+{
+    try {
+        exit = ParseAndRun(arguments, surroundings);
+        return true;
+    } catch (const SFailure& thrown) {
+        failure = thrown;
+    } catch (CException* thrown) {
+        thrown->Delete();
+        failure = FailureOf(qel::kFrameworkException, "", "");
+    } catch (const std::bad_alloc&) {
+        failure = UnknownFailure("out of memory");
+    } catch (const std::exception& thrown) {
+        failure = UnknownFailure(thrown.what());
+    }
+    return false;
+}
+
+} // namespace
+
+int RunProgram(const std::vector<std::string>& arguments, const SSurroundings& surroundings)
+{
+    EExit exit = EExit::eDone;
+    SFailure failure;
+    bool done = RunGuarded(arguments, surroundings, exit, failure);
+    errno = 0;
+    surroundings.out.flush();
+    if (!surroundings.out) {
+        if (errno == EPIPE || errno == 0)
+            return kClosedPipe;
+        if (done)
+            failure = UnknownFailure("cannot write the output");
+        done = false;
+    }
+    if (done)
+        return static_cast<int>(exit);
+    const bool json = std::find(arguments.begin(), arguments.end(), "--json") != arguments.end();
+    (json ? PrintJson : PrintPlain)(failure, surroundings.err);
+    return static_cast<int>(failure.exit);
+}
+
+} // namespace tool

@@ -1,0 +1,11 @@
+// records_commands.cpp: the descriptions of this group's commands.
+#include "cli/commands.h"
+
+namespace tool {
+
+std::vector<SCommand> RecordCommands()
+{
+    return {};
+}
+
+} // namespace tool
