@@ -12,6 +12,12 @@ void ThrowUnlessDone(HRESULT result)
         AfxThrowOleException(result);
 }
 
+// The system's functions take what they only read without const.
+VARIANT* Readable(const VARIANT& variant)
+{
+    return const_cast<VARIANT*>(&variant);
+}
+
 // Null comes of a lack of memory alone.
 BSTR NewText(const wchar_t* text, std::size_t length)
 {
@@ -52,7 +58,7 @@ COleVariant::COleVariant(const COleVariant& other) : COleVariant(static_cast<con
 COleVariant::COleVariant(const VARIANT& source)
 {
     VariantInit(this);
-    ThrowUnlessDone(VariantCopy(this, &source));
+    ThrowUnlessDone(VariantCopy(this, Readable(source)));
 }
 
 COleVariant::COleVariant(const wchar_t* text)
@@ -93,7 +99,7 @@ COleVariant& COleVariant::operator=(const COleVariant& other)
 
 COleVariant& COleVariant::operator=(const VARIANT& source)
 {
-    ThrowUnlessDone(VariantCopy(this, &source));
+    ThrowUnlessDone(VariantCopy(this, Readable(source)));
     return *this;
 }
 
@@ -104,8 +110,7 @@ void COleVariant::Clear()
 
 void COleVariant::ChangeType(VARTYPE type, const VARIANT* source)
 {
-    VARIANT* const from = source != nullptr ? const_cast<VARIANT*>(source) : this; // only read
-    ThrowUnlessDone(VariantChangeType(this, from, 0, type));
+    ThrowUnlessDone(VariantChangeType(this, source != nullptr ? Readable(*source) : this, 0, type));
 }
 
 VARIANT COleVariant::Detach()
@@ -120,7 +125,7 @@ COleDateTime::COleDateTime(const VARIANT& value)
     COleVariant date;
     if (value.vt == VT_EMPTY || value.vt == VT_NULL) {
         m_status = null;
-    } else if (FAILED(VariantChangeType(&date, const_cast<VARIANT*>(&value), 0, VT_DATE))) {
+    } else if (FAILED(VariantChangeType(&date, Readable(value), 0, VT_DATE))) {
         m_status = invalid;
     } else {
         m_dt = date.date;

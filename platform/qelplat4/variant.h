@@ -4,6 +4,8 @@
 
 #include <qelplat4/types.h>
 
+#ifndef _WIN32
+
 using VARTYPE = WORD;
 using VARIANT_BOOL = SHORT;
 using SCODE = LONG;
@@ -115,3 +117,5 @@ constexpr bool FAILED(HRESULT result)
 {
     return result < 0;
 }
+
+#endif
