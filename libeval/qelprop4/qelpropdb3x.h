@@ -203,7 +203,8 @@ private:
     unsigned int ChooseRecordId(qel::CLegacyOperation& operation, unsigned long tableOid,
                                 unsigned long& recordOid, bool useGivenOid);
     bool LoadRecordIds(unsigned long tableOid, SRecordIds& ids) const;
-    unsigned int FindFreeRecordId(unsigned long tableOid, const SRecordIds& ids, unsigned long& recordOid) const;
+    unsigned int FindFreeRecordId(unsigned long tableOid, const SRecordIds& ids,
+                                  unsigned long& recordOid) const;
     void MoveHint(unsigned long tableOid, unsigned long recordOid, bool givenOid);
     unsigned int SortRecords(const CQelTable3X& table, const std::vector<SSortItem>& sortItems,
                              std::vector<unsigned long>& oids);
