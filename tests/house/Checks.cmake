@@ -6,6 +6,9 @@ add_test(NAME tests_registered
     COMMAND bash ${house}/tests-registered.sh ${PROJECT_SOURCE_DIR} ${PROJECT_BINARY_DIR})
 add_test(NAME headers_alone
     COMMAND ${CMAKE_COMMAND} --build ${PROJECT_BINARY_DIR} --target all_verify_interface_header_sets)
+if(NOT QEL_SANITIZE AND NOT QEL_COVERAGE) # both export names of their own
+    add_test(NAME exported_classes COMMAND bash ${house}/exported-classes.sh ${PROJECT_BINARY_DIR})
+endif()
 add_test(NAME sizes COMMAND bash ${PROJECT_SOURCE_DIR}/scripts/report-sizes)
 add_test(NAME readme_example COMMAND bash ${PROJECT_SOURCE_DIR}/scripts/update-readme --check)
 add_test(NAME package

@@ -25,4 +25,7 @@ if [ "${2:-}" = --print ]; then
     exported "$1"
     exit
 fi
-exported "$1" | diff "$kept" - || { echo "not the kept list: < is missing, > is new"; exit 1; }
+if ! exported "$1" | diff "$kept" -; then
+    echo "not the kept list (< is missing, > is new); if that is meant: $0 $1 --print >$kept"
+    exit 1
+fi
