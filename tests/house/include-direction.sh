@@ -8,23 +8,20 @@ houses=(platform host libeval tools*)
 faults=0
 
 # What each folder may include besides itself.
-allowed() {
-    case $1 in
-        platform) ;;
-        qellib4) echo platform ;;
-        qelsq4) echo platform qellib4 ;;
-        qelfdb4) echo platform qellib4 qelsq4 ;;
-        qelprop4) echo platform qellib4 qelsq4 qelfdb4 ;;
-        resources) echo platform qellib4 ;;
-        value) echo platform qellib4 qelprop4 resources ;;
-        table) echo platform qellib4 qelprop4 value resources ;;
-        common) echo platform qellib4 qelsq4 qelprop4 table value resources ;;
-        qelpropdb) echo platform qellib4 qelsq4 qelprop4 common table value resources ;;
-        qelpropdb3x) echo platform qellib4 qelsq4 qelfdb4 qelprop4 common table value resources ;;
-        tools) echo platform qellib4 qelsq4 qelfdb4 qelprop4 ;;
-        *) return 1 ;;
-    esac
-}
+declare -A allowed=(
+    [platform]=""
+    [qellib4]="platform"
+    [qelsq4]="platform qellib4"
+    [qelfdb4]="platform qellib4 qelsq4"
+    [qelprop4]="platform qellib4 qelsq4 qelfdb4"
+    [resources]="platform qellib4"
+    [value]="platform qellib4 qelprop4 resources"
+    [table]="platform qellib4 qelprop4 value resources"
+    [common]="platform qellib4 qelsq4 qelprop4 table value resources"
+    [qelpropdb]="platform qellib4 qelsq4 qelprop4 common table value resources"
+    [qelpropdb3x]="platform qellib4 qelsq4 qelfdb4 qelprop4 common table value resources"
+    [tools]="platform qellib4 qelsq4 qelfdb4 qelprop4"
+)
 
 # Prints "file:line from to" for every include of a file of the house.
 edges() {
@@ -49,19 +46,20 @@ edges() {
         }'
 }
 
+edges=$(edges)
 while read -r place from to; do
     [ "$from" = "$to" ] && continue
-    if ! targets=$(allowed "$from"); then
+    if [ -z "${allowed[$from]+known}" ]; then
         echo "$place: folder '$from' has no place in the order of includes"
         faults=$((faults + 1))
-    elif [[ " $(echo $targets) " != *" $to "* ]]; then
+    elif [[ " ${allowed[$from]} " != *" $to "* ]]; then
         echo "$place: $from must not include $to"
         faults=$((faults + 1))
     fi
-done <<<"$(edges)"
+done <<<"$edges"
 
 echo "includes from folder to folder:"
-edges | awk '$2 != $3 { n[$2 " -> " $3]++ } END { for (edge in n) printf "%5d  %s\n", n[edge], edge }' | sort -k2
+awk '$2 != $3 { n[$2 " -> " $3]++ } END { for (edge in n) printf "%5d  %s\n", n[edge], edge }' <<<"$edges" | sort -k2
 
 conditions='^[ \t]*#[ \t]*(if|elif).*(_WIN32|_WIN64|__linux__|__unix__|__APPLE__|__GNUC__|__clang__|_MSC_VER|__MINGW)'
 found=$(grep -rnE "$conditions" "${houses[@]:1}" examples --include='*.h' --include='*.cpp' || true)
