@@ -5,8 +5,6 @@
 #include "support/hex.h"
 #include "support/sample_values.h"
 
-#include <cmath>
-#include <cstdint>
 #include <cstring>
 #include <limits>
 #include <new>
@@ -251,32 +249,6 @@ TEST(PropertyModel, CurrencyCanTakeItsOwnSymbol)
     EXPECT_EQ(value.GetCurrencySymbol(), L"a symbol of some length");
     EXPECT_EQ(value.Data().uValue.nCurrency, 20000);
 }
-
-struct SAmountRow
-{
-    const char* name;
-    double amount;
-    long long count;
-};
-
-class CurrencyAmounts : public testing::TestWithParam<SAmountRow>
-{};
-
-TEST_P(CurrencyAmounts, AreCutTowardZero)
-{
-    EXPECT_EQ(Amount(GetParam().amount).Data().uValue.nCurrency, GetParam().count);
-}
-
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-
-INSTANTIATE_TEST_SUITE_P(
-    Rows, CurrencyAmounts,
-    testing::Values(SAmountRow{"Fraction", 1.23456, 12345}, SAmountRow{"Negative", -1.23456, -12345},
-                    SAmountRow{"BelowTheSmallest", -0.00009, 0}, SAmountRow{"Whole", 42.0, 420000},
-                    SAmountRow{"LargestThatFits", 922337203685477.5, 9223372036854774784},
-                    SAmountRow{"TooLarge", 1e15, INT64_MIN}, SAmountRow{"TooSmall", -1e15, INT64_MIN},
-                    SAmountRow{"Infinite", kInfinity, INT64_MIN}, SAmountRow{"NoNumber", NAN, INT64_MIN}),
-    [](const auto& row) { return std::string(row.param.name); });
 
 TEST(PropertyModel, ReferenceWiderThanThirtyTwoBitsNamesNothing)
 {
