@@ -193,7 +193,7 @@ private:
 /// Writes the stored form of a value. Failures are the stream's.
 QELPROP4_API CQelFile& operator<<(CQelFile& file, const CQelProperty& value);
 /// Reads the stored form, any version; the time bias stays as it was.
-/// @throws CQelException* 10011 when the stream ends early; the value is then empty
+/// @throws CQelException* 10011 when the stream ends early; the value is then null
 QELPROP4_API CQelFile& operator>>(CQelFile& file, CQelProperty& value);
 /// Replaces the blob's content by the stored form of the value.
 QELPROP4_API TavBlob& operator<<(TavBlob& blob, const CQelProperty& value);
