@@ -22,11 +22,12 @@ void ResetRecord(const CQelTable& table, TRecord& record)
     if (record.size() != columns.size()) {
         record.clear();
         record.resize(columns.size());
+    } else {
+        for (SQelPropColumnData& data : record)
+            ResetValue(data.value);
     }
-    for (std::size_t i = 0; i < columns.size(); ++i) {
+    for (std::size_t i = 0; i < columns.size(); ++i)
         record[i].columnOid = columns[i].oid;
-        ResetValue(record[i].value);
-    }
 }
 
 SQelPropColumnData* CElementFinder::Find(TRecord& record, long long columnOid)
