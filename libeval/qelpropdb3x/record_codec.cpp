@@ -3,7 +3,12 @@
 //   record := n:u32, value*n; slot 0 first, a slot without a value is the null value
 #include "record_codec.h"
 
+#include "../common/operation.h"
+#include "../value/encoding.h"
+
+#include <qellib4/qelexception.h>
 #include <qellib4/qelfile.h>
+#include <qellib4/tavblob.h>
 
 namespace qel {
 namespace {
@@ -28,6 +33,19 @@ bool HasColumnOfSlot(const CQelTable3X& table, std::size_t slot)
             return true;
     }
     return false;
+}
+
+unsigned int TakeCount(const unsigned char*& at, std::size_t& left)
+{
+    constexpr std::size_t kSize = 4;
+    if (left < kSize)
+        throw new CQelException(kEndOfStream, 0, kSourceQelPropDB3X, __LINE__, true);
+    const unsigned int count = at[0] | static_cast<unsigned int>(at[1]) << 8 |
+                               static_cast<unsigned int>(at[2]) << 16 |
+                               static_cast<unsigned int>(at[3]) << 24;
+    at += kSize;
+    left -= kSize;
+    return count;
 }
 
 } // namespace
@@ -56,14 +74,18 @@ void PrepareValues(const CQelTable3X& table, std::vector<SQelPropColumnData>& va
     }
 }
 
-void ReadSlots(CQelFile& file, const CQelTable3X& table, std::vector<SQelPropColumnData>& values)
+void ReadSlots(const TavBlob& bytes, const CQelTable3X& table, std::vector<SQelPropColumnData>& values)
 {
-    unsigned int count = 0;
-    file >> count;
+    const unsigned char* at = bytes.GetData();
+    std::size_t left = bytes.GetSize();
+    const unsigned int count = TakeCount(at, left);
     CQelProperty surplus;
     // The count is believed only as far as the bytes go.
-    for (std::size_t slot = 0; slot < count && file.BytesRemaining() > 0; ++slot)
-        file >> (slot < values.size() ? values[slot].value : surplus);
+    for (std::size_t slot = 0; slot < count && left > 0; ++slot) {
+        const std::size_t taken = DecodeFrom(at, left, slot < values.size() ? values[slot].value : surplus);
+        at += taken;
+        left -= taken;
+    }
     for (std::size_t slot = 0; slot < values.size(); ++slot) {
         if (values[slot].columnOid == 0 && !HasColumnOfSlot(table, slot))
             MakeNull(values[slot].value);

@@ -6,6 +6,7 @@
 #include <vector>
 
 class CQelFile;
+class TavBlob;
 
 namespace qel {
 
@@ -20,6 +21,6 @@ void WriteSlots(CQelFile& file, const TSlots& slots);
 void PrepareValues(const CQelTable3X& table, std::vector<SQelPropColumnData>& values);
 /// Reads a record into prepared values; what the record does not hold, or no column owns, stays null.
 /// @throws CQelException* 10011 when the bytes end inside the count or inside a slot
-void ReadSlots(CQelFile& file, const CQelTable3X& table, std::vector<SQelPropColumnData>& values);
+void ReadSlots(const TavBlob& bytes, const CQelTable3X& table, std::vector<SQelPropColumnData>& values);
 
 } // namespace qel

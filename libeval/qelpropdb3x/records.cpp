@@ -95,14 +95,10 @@ unsigned int CQelPropDB3X::ReadRecord(const CQelTable3X& table, const CDovBlobDB
                                       std::vector<SQelPropColumnData>& values) const
 {
     return qel::RunOperation(m_log, qel::LegacySite(__LINE__), [&] {
-        unsigned int size = 0;
-        if (const unsigned int code = m_store.GetSize(address, size); code != kSuccess)
+        TavBlob bytes;
+        if (const unsigned int code = m_store.Get(address, bytes); code != kSuccess)
             return code;
-        CQelMemFile file(false, size, 4096);
-        file.SetSize(size);
-        if (const unsigned int code = m_store.Get(address, file.GetBuffer(size)); code != kSuccess)
-            return code;
-        qel::ReadSlots(file, table, values);
+        qel::ReadSlots(bytes, table, values);
         return kSuccess;
     });
 }

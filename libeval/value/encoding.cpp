@@ -96,10 +96,11 @@ void EncodeInto(TavBlob& blob, const CQelProperty& value)
     WriteFields(writer, value.Data());
 }
 
-void DecodeFrom(const unsigned char* data, std::size_t size, CQelProperty& value)
+std::size_t DecodeFrom(const unsigned char* data, std::size_t size, CQelProperty& value)
 {
     CByteReader reader(data, size);
     ReadValue(reader, value);
+    return size - reader.BytesRemaining();
 }
 
 } // namespace qel

@@ -12,7 +12,8 @@ namespace qel {
 void EncodeInto(TavBlob& blob, const CQelProperty& value);
 
 /// Reads a value from its stored form; bytes after it are left alone, and the time bias stays as it was.
+/// @return the bytes that the value takes
 /// @throws CQelException* 10011 when the bytes end early; the value is then null
-void DecodeFrom(const unsigned char* data, std::size_t size, CQelProperty& value);
+std::size_t DecodeFrom(const unsigned char* data, std::size_t size, CQelProperty& value);
 
 } // namespace qel
