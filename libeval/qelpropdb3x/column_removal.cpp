@@ -117,16 +117,13 @@ void CColumnRemoval::RewriteRecords()
 {
     std::vector<SQelPropColumnData> values;
     TSlots slots(Table().Columns().size());
-    CQelMemFile file(false, 65536, 4096);
+    TavBlob bytes;
     for (const unsigned long oid : m_records) {
         Require(m_db.GetRecord(m_tableOid, oid, values), __LINE__);
         ArrangeSlots(values, slots);
-        file.Rewind();
-        file.SetSize(0);
-        WriteSlots(file, slots);
-        const unsigned int size = static_cast<unsigned int>(file.GetFileSize());
+        WriteSlots(bytes, slots);
         const CDovBlobDB::SSelector address = {SelectorOf(m_tableOid), static_cast<unsigned int>(oid)};
-        Require(m_db.m_store.Set(address, file.GetBuffer(0), size, 0), __LINE__);
+        Require(m_db.m_store.Set(address, bytes.GetData(), bytes.GetSize(), 0), __LINE__);
     }
 }
 

@@ -7,11 +7,16 @@
 #include "../value/encoding.h"
 
 #include <qellib4/qelexception.h>
-#include <qellib4/qelfile.h>
 #include <qellib4/tavblob.h>
+
+#include <cstdint>
+#include <limits>
+#include <new>
 
 namespace qel {
 namespace {
+
+constexpr unsigned int kCountSize = 4;
 
 bool IsSlotOf(int dataIndex, const std::vector<SQelPropColumnData>& values)
 {
@@ -35,27 +40,38 @@ bool HasColumnOfSlot(const CQelTable3X& table, std::size_t slot)
     return false;
 }
 
+const CQelProperty& ValueOf(const CQelProperty* slot)
+{
+    static const CQelProperty null;
+    return slot != nullptr ? *slot : null;
+}
+
 unsigned int TakeCount(const unsigned char*& at, std::size_t& left)
 {
-    constexpr std::size_t kSize = 4;
-    if (left < kSize)
+    if (left < kCountSize)
         throw new CQelException(kEndOfStream, 0, kSourceQelPropDB3X, __LINE__, true);
     const unsigned int count = at[0] | static_cast<unsigned int>(at[1]) << 8 |
                                static_cast<unsigned int>(at[2]) << 16 |
                                static_cast<unsigned int>(at[3]) << 24;
-    at += kSize;
-    left -= kSize;
+    at += kCountSize;
+    left -= kCountSize;
     return count;
 }
 
 } // namespace
 
-void WriteSlots(CQelFile& file, const TSlots& slots)
+void WriteSlots(TavBlob& bytes, const TSlots& slots)
 {
-    static const CQelProperty null;
-    file << static_cast<unsigned int>(slots.size());
+    std::uint64_t size = kCountSize;
     for (const CQelProperty* slot : slots)
-        file << (slot != nullptr ? *slot : null);
+        size += EncodedSize(ValueOf(slot));
+    if (size > std::numeric_limits<unsigned int>::max())
+        throw std::bad_alloc();
+    unsigned char* at = bytes.Resize(static_cast<unsigned int>(size));
+    for (unsigned int shift = 0; shift < 8 * kCountSize; shift += 8)
+        *at++ = static_cast<unsigned char>(slots.size() >> shift);
+    for (const CQelProperty* slot : slots)
+        at = EncodeTo(at, ValueOf(slot));
 }
 
 void PrepareValues(const CQelTable3X& table, std::vector<SQelPropColumnData>& values)

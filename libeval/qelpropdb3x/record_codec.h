@@ -5,7 +5,6 @@
 
 #include <vector>
 
-class CQelFile;
 class TavBlob;
 
 namespace qel {
@@ -13,8 +12,9 @@ namespace qel {
 /// The slots of a record about to be written; null pointers stand for null values.
 using TSlots = std::vector<const CQelProperty*>;
 
-/// Writes slot count and slots.
-void WriteSlots(CQelFile& file, const TSlots& slots);
+/// Replaces the blob's content by slot count and slots.
+/// @throws std::bad_alloc when 32 bits cannot hold the number of bytes
+void WriteSlots(TavBlob& bytes, const TSlots& slots);
 
 /// Makes a record ready for reading: one null element per column of the table, each named after the column
 /// whose slot it is (0 where there is none).

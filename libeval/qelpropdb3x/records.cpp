@@ -69,9 +69,9 @@ unsigned int CQelPropDB3X::StoreRecord(const CQelTable3X& table, const CDovBlobD
 {
     if (values.size() < table.Columns().size())
         qel::LogFault(m_log, qel::kTooFewValues, qel::LegacySite(__LINE__));
-    CQelMemFile file(false, 65536, 4096);
-    qel::WriteSlots(file, FillSlots(table, values, m_log));
-    return m_store.Set(address, file.GetBuffer(0), static_cast<unsigned int>(file.GetFileSize()), kOrdinary);
+    TavBlob bytes;
+    qel::WriteSlots(bytes, FillSlots(table, values, m_log));
+    return m_store.Set(address, bytes.GetData(), bytes.GetSize(), kOrdinary);
 }
 
 unsigned int CQelPropDB3X::GetRecord(unsigned long tableOid, unsigned long recordOid,

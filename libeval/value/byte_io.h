@@ -75,6 +75,7 @@ public:
         std::memcpy(m_out, data, size);
         m_out += size;
     }
+    unsigned char* End() const { return m_out; }
 
 private:
     unsigned char* m_out;

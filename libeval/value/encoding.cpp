@@ -90,10 +90,21 @@ void ReadValue(Source& source, CQelProperty& value)
 
 void EncodeInto(TavBlob& blob, const CQelProperty& value)
 {
+    EncodeTo(blob.Resize(EncodedSize(value)), value);
+}
+
+unsigned int EncodedSize(const CQelProperty& value)
+{
     CByteCounter counter;
     WriteFields(counter, value.Data());
-    CByteWriter writer(blob.Resize(counter.Size()));
+    return counter.Size();
+}
+
+unsigned char* EncodeTo(unsigned char* out, const CQelProperty& value)
+{
+    CByteWriter writer(out);
     WriteFields(writer, value.Data());
+    return writer.End();
 }
 
 std::size_t DecodeFrom(const unsigned char* data, std::size_t size, CQelProperty& value)
