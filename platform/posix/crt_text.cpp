@@ -1,9 +1,9 @@
 // crt_text.cpp: the original runtime's small text functions.
+#include "text_scan.h"
+
 #include <qelplat4/crt.h>
 
 #include <unicode/uchar.h>
-
-#include <cwctype>
 
 namespace {
 
@@ -18,7 +18,7 @@ int _wtoi(const wchar_t* text)
 {
     if (text == nullptr)
         return 0;
-    while (std::iswspace(static_cast<std::wint_t>(*text)) != 0)
+    while (qel::IsBlank(*text))
         ++text;
     const bool negative = *text == L'-';
     if (*text == L'-' || *text == L'+')
