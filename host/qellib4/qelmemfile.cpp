@@ -4,6 +4,7 @@
 #include <qellib4/resultcodes.h>
 
 #include <algorithm>
+#include <cassert>
 #include <cstdlib>
 #include <cstring>
 #include <limits>
@@ -57,6 +58,8 @@ void CQelMemFile::Write(const void* data, unsigned int size)
     if (size == 0)
         return;
     if (size > m_room - m_position) {
+        if (size > kMostRoom - m_position)
+            throw std::bad_alloc();
         // The bytes may be this file's own, and growing moves them.
         const auto offset = reinterpret_cast<std::uintptr_t>(data) - reinterpret_cast<std::uintptr_t>(m_data);
         const bool own = m_data != nullptr && offset < m_room;
@@ -64,6 +67,7 @@ void CQelMemFile::Write(const void* data, unsigned int size)
         if (own)
             data = m_data + offset;
     }
+    assert(m_data != nullptr); // there is room for at least one byte
     std::memmove(m_data + m_position, data, size);
     m_position += size;
     m_size = std::max(m_size, m_position);

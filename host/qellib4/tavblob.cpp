@@ -35,7 +35,8 @@ TavBlob::TavBlob(TavBlob&& other) noexcept
 
 TavBlob& TavBlob::operator=(const TavBlob& other)
 {
-    SetData(other.m_data, other.m_size);
+    if (this != &other)
+        SetData(other.m_data, other.m_size);
     return *this;
 }
 
