@@ -1,0 +1,35 @@
+// value_order.cpp: the library's order, completed for values that it leaves unordered.
+#include "value_order.h"
+
+#include <cmath>
+
+namespace tool {
+namespace {
+
+bool IsNan(const CQelProperty& value)
+{
+    switch (value.GetType()) {
+    case CQelProperty::eDouble:
+    case CQelProperty::eDate:
+    case CQelProperty::eTime:
+    case CQelProperty::eDateTime:
+        return std::isnan(value.Data().uValue.dDouble);
+    default:
+        return false;
+    }
+}
+
+} // namespace
+
+int CompareValues(const CQelProperty& left, const CQelProperty& right)
+{
+    if (left.GetType() != right.GetType())
+        return left.GetType() < right.GetType() ? -1 : 1; // Null is the first type
+    if (IsNan(left) || IsNan(right))
+        return static_cast<int>(IsNan(left)) - static_cast<int>(IsNan(right));
+    if (left < right)
+        return -1;
+    return right < left ? 1 : 0;
+}
+
+} // namespace tool
