@@ -70,6 +70,7 @@ unsigned int CStoreFile::OpenFile(const std::wstring& path, bool readOnly)
 }
 
 // The file may come from anywhere: nothing in its schema may run, and a damaged page is to be noticed early.
+// What is removed is overwritten with zeros, whatever the engine was built to do.
 void CStoreFile::Harden()
 {
     sqlite3* const handle = m_db.Handle();
@@ -78,7 +79,7 @@ void CStoreFile::Harden()
                                         {SQLITE_DBCONFIG_ENABLE_TRIGGER, 0},
                                         {SQLITE_DBCONFIG_ENABLE_VIEW, 0}})
         Check(sqlite3_db_config(handle, option, value, nullptr), __LINE__);
-    Run(m_db, L"PRAGMA cell_size_check=ON; PRAGMA locking_mode=EXCLUSIVE");
+    Run(m_db, L"PRAGMA cell_size_check=ON; PRAGMA secure_delete=ON; PRAGMA locking_mode=EXCLUSIVE");
 }
 
 // A reader changes nothing on the disk, and so cannot recover what a killed process left.
