@@ -104,14 +104,22 @@ bool CQelMemFile::GetFilePosition(long long& position) const
 void CQelMemFile::SetSize(unsigned int size)
 {
     MakeRoom(size);
-    if (size > m_size)
-        std::memset(m_data + m_size, 0, size - m_size);
+    // What the caller put into room that was handed out stays; nothing else but zeros may come to light.
+    const std::size_t known = std::max(m_size, m_handedOut);
+    if (size > known)
+        std::memset(m_data + known, 0, size - known);
     m_size = size;
+    m_handedOut = 0;
     m_position = std::min(m_position, m_size);
 }
 
 unsigned char* CQelMemFile::GetBuffer(unsigned int size)
 {
     MakeRoom(size);
+    const std::size_t known = std::max(m_size, m_handedOut);
+    if (size > known) {
+        std::memset(m_data + known, 0, size - known);
+        m_handedOut = size;
+    }
     return m_data;
 }

@@ -25,7 +25,8 @@ public:
     long long GetFileSize() const override;
     bool GetFilePosition(long long& position) const override;
 
-    /// Makes the file that many bytes long; new bytes are zero, a position past the end moves to the end.
+    /// Makes the file that many bytes long; a position past the end moves to the end. New bytes are zero, or
+    /// what the caller put into room that GetBuffer handed out since the size was last set.
     void SetSize(unsigned int size);
     /// Makes room for `size` bytes without changing the file's length.
     /// @return the file's memory, valid until the file grows or ends; may be null for an empty file and size
@@ -38,6 +39,7 @@ private:
     unsigned char* m_data = nullptr;
     std::size_t m_size = 0;
     std::size_t m_room = 0;
+    std::size_t m_handedOut = 0; // by GetBuffer, beyond the size, since the size was last set
     std::size_t m_position = 0;
     std::size_t m_initial;
     std::size_t m_growth;

@@ -161,6 +161,24 @@ TEST(MemoryFile, IsFilledThroughItsBuffer)
     EXPECT_STREQ(bytes, "xyz");
 }
 
+TEST(MemoryFile, KeepsWhatWasPutIntoRoomBeforeTheSizeWasSet)
+{
+    CQelMemFile file(false, 16, 16);
+    std::memcpy(file.GetBuffer(4), "wxyz", 4);
+    EXPECT_EQ(file.GetFileSize(), 0);
+    file.SetSize(6);
+    EXPECT_EQ(std::string(reinterpret_cast<char*>(file.GetBuffer(0)), 6), std::string("wxyz\0\0", 6));
+}
+
+TEST(MemoryFile, ShowsZerosAgainOnceASmallerSizeWasSet)
+{
+    CQelMemFile file(false, 16, 16);
+    std::memcpy(file.GetBuffer(4), "wxyz", 4);
+    file.SetSize(1);
+    file.SetSize(4);
+    EXPECT_EQ(std::string(reinterpret_cast<char*>(file.GetBuffer(0)), 4), std::string("w\0\0\0", 4));
+}
+
 TEST(MemoryFile, BufferStaysWhileTheRoomSuffices)
 {
     CQelMemFile file(false, 4096, 4096);
