@@ -5,6 +5,7 @@
 #include <qelprop4/qelprop4.h>
 
 #include <string>
+#include <string_view>
 
 namespace tool {
 
@@ -15,5 +16,23 @@ nlohmann::json ToJson(const CQelProperty& value);
 /// @param value  out: unchanged on failure
 /// @param error  out, on failure: what was there and what is wanted
 bool FromJson(const nlohmann::json& json, CQelProperty::EType type, CQelProperty& value, std::string& error);
+
+/// A value of a column as JSON that gives back the very same stored bytes: what ToJson gives where that
+/// does, else {"$stored": base64 of the stored bytes}. For a value of another type than its column's, a
+/// NaN with bits of its own, a text without its terminator.
+nlohmann::json ToExactJson(const CQelProperty& value, CQelProperty::EType columnType);
+/// Reads what ToExactJson writes. Parameters as FromJson.
+bool FromExactJson(const nlohmann::json& json, CQelProperty::EType columnType, CQelProperty& value,
+                   std::string& error);
+
+/// A text as a JSON string, or as {"$utf16": base64 of its units} if it holds a lone surrogate.
+nlohmann::json TextToJson(const std::wstring& text);
+/// @param text  out: unchanged on failure
+bool TextFromJson(const nlohmann::json& json, std::wstring& text);
+
+/// Reads one JSON text; refuses keys that occur twice and numbers that no double holds.
+/// @param json   out: unchanged on failure
+/// @param error  out, on failure
+bool ParseJson(std::string_view text, nlohmann::json& json, std::string& error);
 
 } // namespace tool
