@@ -1,56 +1,17 @@
-// kill_test.cpp: a process that is killed while it works on a legacy store, at random moments.
+// legacy_crash_test.cpp: a process that works on a legacy store is killed at any moment.
+#include "killed_process.h"
+
 #include "support/legacy_database.h"
 
 #include <chrono>
-#include <cstdlib>
 #include <random>
-
-#include <signal.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 using namespace qeltest;
 using namespace std::chrono;
 
 namespace {
 
-/// A process that runs some work and is killed.
-class CVictim
-{
-public:
-    template <class Work>
-    explicit CVictim(Work&& work) : m_process(fork())
-    {
-        if (m_process == 0) {
-            work();
-            _exit(0);
-        }
-    }
-    CVictim(const CVictim&) = delete;
-    CVictim& operator=(const CVictim&) = delete;
-    ~CVictim() { Kill(); }
-
-    void Kill()
-    {
-        if (m_process <= 0)
-            return;
-        kill(m_process, SIGKILL);
-        waitpid(m_process, nullptr, 0);
-        m_process = 0;
-    }
-
-private:
-    pid_t m_process;
-};
-
-// 20 rounds in the suite, more where someone asks for them.
-int Rounds()
-{
-    const char* const rounds = std::getenv("QEL_KILL_ROUNDS");
-    return rounds != nullptr ? std::atoi(rounds) : 20;
-}
-
-class KilledProcess : public testing::Test
+class LegacyCrash : public testing::Test
 {
 protected:
     /// Makes the store that every round begins with.
@@ -104,9 +65,20 @@ protected:
         EXPECT_THAT(db.Close(), Succeeds());
         return state;
     }
-    void Sleep(microseconds longest)
+    // A moment of the time that the work takes when nobody kills it.
+    int SomeMoment(microseconds longest)
     {
-        usleep(static_cast<useconds_t>(random() % static_cast<unsigned long>(longest.count() + 1)));
+        return static_cast<int>(random() % static_cast<unsigned long>(longest.count() + 1));
+    }
+    void KillWhileRemovingTheColumn(microseconds longest)
+    {
+        CKilledProcess process([&](const CKilledProcess::Acknowledge& acknowledge) {
+            CQelPropDB3X db;
+            db.Open(path, false);
+            acknowledge(0);
+            db.TableRemoveColumn(1000, 2);
+        });
+        process.KillAfter(SomeMoment(longest));
     }
 
     CTemporaryFolder folder;
@@ -120,7 +92,7 @@ private:
 
 } // namespace
 
-TEST_F(KilledProcess, LeavesAColumnThereOrGoneAndNothingBetween)
+TEST_F(LegacyCrash, LeavesAColumnThereOrGoneAndNothingBetween)
 {
     Make(3000);
     const auto started = steady_clock::now();
@@ -132,21 +104,15 @@ TEST_F(KilledProcess, LeavesAColumnThereOrGoneAndNothingBetween)
         after = Dump(db);
     }
     const auto longest = duration_cast<microseconds>(steady_clock::now() - started);
-    for (int round = 0; round < Rounds(); ++round) {
+    for (int round = 0; round < CrashRounds(); ++round) {
         PutBackTheStore();
-        CVictim victim([&] {
-            CQelPropDB3X db;
-            db.Open(path, false);
-            db.TableRemoveColumn(1000, 2);
-        });
-        Sleep(longest);
-        victim.Kill();
+        KillWhileRemovingTheColumn(longest);
         const std::string state = Recover();
         ASSERT_TRUE(state == before || state == after) << "round " << round << ": " << state.substr(0, 200);
     }
 }
 
-TEST_F(KilledProcess, LeavesTheOldStateWhileACopyIsPutBack)
+TEST_F(LegacyCrash, LeavesTheOldStateWhileACopyIsPutBack)
 {
     Make(2000);
     {
@@ -163,50 +129,36 @@ TEST_F(KilledProcess, LeavesTheOldStateWhileACopyIsPutBack)
         ASSERT_THAT(db.TableRemoveColumn(1000, 2), Gives(10011));
     }
     const auto longest = duration_cast<microseconds>(steady_clock::now() - started);
-    for (int round = 0; round < Rounds(); ++round) {
+    for (int round = 0; round < CrashRounds(); ++round) {
         PutBackTheStore();
         WriteFile(File(L""), file);
-        CVictim victim([&] {
-            CQelPropDB3X db;
-            db.Open(path, false);
-            db.TableRemoveColumn(1000, 2);
-        });
-        Sleep(longest);
-        victim.Kill();
+        KillWhileRemovingTheColumn(longest);
         ASSERT_EQ(Recover(), before) << "round " << round;
     }
 }
 
-TEST_F(KilledProcess, LeavesEveryRecordThatWasAcknowledged)
+TEST_F(LegacyCrash, LeavesEveryRecordThatWasAcknowledged)
 {
     Make(10);
-    for (int round = 0; round < Rounds(); ++round) {
+    for (int round = 0; round < CrashRounds(); ++round) {
         PutBackTheStore();
-        int pipeEnds[2];
-        ASSERT_EQ(pipe(pipeEnds), 0);
-        CVictim victim([&] {
+        CKilledProcess process([&](const CKilledProcess::Acknowledge& acknowledge) {
             CQelPropDB3X db;
             db.Open(path, false);
-            for (int i = 0;; ++i) {
-                unsigned long record = 0;
-                if (db.AddRecord(1000, record, Values({Int(i), Int(i), Int(i)}), false) == qel::kSuccess &&
-                    write(pipeEnds[1], &record, sizeof record) != sizeof record)
-                    return;
-            }
+            unsigned long record = 0;
+            for (int i = 0;
+                 db.AddRecord(1000, record, Values({Int(i), Int(i), Int(i)}), false) == qel::kSuccess; ++i)
+                acknowledge(static_cast<long long>(record));
         });
-        close(pipeEnds[1]);
-        Sleep(milliseconds(30));
-        victim.Kill();
-        std::vector<unsigned long> acknowledged;
-        for (unsigned long record = 0; read(pipeEnds[0], &record, sizeof record) == sizeof record;)
-            acknowledged.push_back(record);
-        close(pipeEnds[0]);
+        const std::vector<long long> acknowledged = process.KillAfter(SomeMoment(milliseconds(30)));
+        ASSERT_FALSE(acknowledged.empty());
         Recover();
         CQelPropDB3X db;
         ASSERT_THAT(db.Open(path, true), Succeeds());
-        for (const unsigned long record : acknowledged) {
+        for (const long long record : acknowledged) {
             TRecord values;
-            ASSERT_THAT(db.GetRecord(1000, record, values), Succeeds()) << record << " of round " << round;
+            ASSERT_THAT(db.GetRecord(1000, static_cast<unsigned long>(record), values), Succeeds())
+                << record << " of round " << round;
             ASSERT_EQ(values[0].value, values[2].value);
         }
     }
