@@ -1,6 +1,8 @@
 // column_operations_test.cpp: adding, changing, renaming, reordering and reading legacy columns.
-#include "support/engine_faults.h"
+#include "support/fault_vfs.h"
 #include "support/legacy_database.h"
+
+#include <sqlite3.h>
 
 using namespace qeltest;
 
@@ -240,7 +242,7 @@ TEST_F(LegacyColumns, UnknownColumnLeavesTheArgument)
 
 TEST(LegacyColumnFailures, FailedStoreLeavesTheCatalogueExceptAfterASwap)
 {
-    CEngineFaults disk;
+    CFaultVfs disk;
     CTemporaryFolder folder;
     CLegacyDatabase db;
     ASSERT_THAT(db.Create(folder.Path(L"store")), Succeeds());
@@ -252,7 +254,7 @@ TEST(LegacyColumnFailures, FailedStoreLeavesTheCatalogueExceptAfterASwap)
     table.Properties().columns[1].displayOrder = 1;
     ASSERT_THAT(db.AddTable(table), Succeeds());
 
-    disk.FailWritesFrom(1);
+    disk.FailAfter(0, SQLITE_FULL);
     EXPECT_THAT(db.RenameColumn(1000, 1, L"Watts"), Gives(17313));
     EXPECT_THAT(db.RenameTable(1000, L"Torches"), Gives(17313));
     EXPECT_EQ(Show(db), "1000 Lamps: 1 Power@0 2 Colour@1\n");
@@ -261,7 +263,7 @@ TEST(LegacyColumnFailures, FailedStoreLeavesTheCatalogueExceptAfterASwap)
     ASSERT_THAT(db.TableGetColumn(1000, 1, power), Succeeds());
     EXPECT_EQ(power.displayOrder, 1); // swapped in memory alone
 
-    disk.Heal();
+    disk.FailNothing();
     db.Close();
     ASSERT_THAT(db.Open(folder.Path(L"store"), false), Succeeds());
     EXPECT_EQ(Show(db), "1000 Lamps: 1 Power@0 2 Colour@1\n");

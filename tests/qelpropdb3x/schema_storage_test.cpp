@@ -1,7 +1,9 @@
 // schema_storage_test.cpp: the catalogue on its way to the two schema records and back.
-#include "support/engine_faults.h"
+#include "support/fault_vfs.h"
 #include "support/hex.h"
 #include "support/legacy_database.h"
+
+#include <sqlite3.h>
 
 using namespace qeltest;
 
@@ -158,14 +160,14 @@ TEST_F(LegacySchemaStorage, LoadingFromAClosedStoreTriesBothRecords)
 
 TEST(LegacySchemaStorageFailures, ResultIsThatOfTheCopyAlone)
 {
-    CEngineFaults disk;
+    CFaultVfs disk;
     CTemporaryFolder folder;
     CLegacyLog log;
     CLegacyDatabase db;
     db.SetLogfile(&log);
     ASSERT_THAT(db.Create(folder.Path(L"store")), Succeeds());
     log.Forget();
-    disk.FailWrite(1);
+    disk.FailOnceAfter(0, SQLITE_FULL);
     EXPECT_THAT(db.StoreTables({{1000, CQelTable3X(1000)}}), Succeeds());
     EXPECT_TRUE(disk.HasFailed());
     EXPECT_EQ(log.Take(), "I3 + Storing Tables\nE 17313 Saving table schema\nI3 - Done\n");
@@ -176,17 +178,17 @@ TEST(LegacySchemaStorageFailures, ResultIsThatOfTheCopyAlone)
 
 TEST(LegacySchemaStorageFailures, FailureOfTheCopyAloneIsTheResult)
 {
-    CEngineFaults disk;
+    CFaultVfs disk;
     CTemporaryFolder folder;
     CLegacyLog log;
     CLegacyDatabase db;
     db.SetLogfile(&log);
     ASSERT_THAT(db.Create(folder.Path(L"store")), Succeeds());
-    int n = 1;
+    int n = 0;
     do { // the first write that belongs to the copy
         ASSERT_THAT(db.StoreTables({}), Succeeds());
         log.Forget();
-        disk.FailWrite(n++);
+        disk.FailOnceAfter(n++, SQLITE_FULL);
     } while (db.StoreTables({{1000, CQelTable3X(1000)}}) == qel::kSuccess);
     EXPECT_EQ(log.Take(), "I3 + Storing Tables\nE 17313 Saving copy of table schema\nE 17313\nI3 - Done\n");
     EXPECT_EQ(StoredHex(db, 2, 1).substr(0, 12), "010001000000");

@@ -13,6 +13,8 @@ struct CFaultVfs::SState
     sqlite3_vfs* real = nullptr;
     int passing = -1; // below 0: all
     int raw = SQLITE_OK;
+    bool once = false;
+    bool hasFailed = false;
     int changes = 0;
     int syncs = 0;
     bool recording = false;
@@ -50,7 +52,10 @@ const char* BaseName(const char* path)
 int Admit(SState& state)
 {
     const int number = state.changes++;
-    return state.passing >= 0 && number >= state.passing ? state.raw : SQLITE_OK;
+    if (state.passing < 0 || number < state.passing || (state.once && number > state.passing))
+        return SQLITE_OK;
+    state.hasFailed = true;
+    return state.raw;
 }
 
 void Note(SState& state, SEvent::EKind kind, const char* name, long long offset = 0, std::string bytes = {})
@@ -226,7 +231,20 @@ void CFaultVfs::FailAfter(int passing, int raw)
 {
     m_state->passing = passing;
     m_state->raw = raw;
+    m_state->once = false;
+    m_state->hasFailed = false;
     m_state->changes = 0;
+}
+
+void CFaultVfs::FailOnceAfter(int passing, int raw)
+{
+    FailAfter(passing, raw);
+    m_state->once = true;
+}
+
+bool CFaultVfs::HasFailed() const
+{
+    return m_state->hasFailed;
 }
 
 void CFaultVfs::FailNothing()

@@ -39,6 +39,10 @@ public:
     /// come after.
     /// @param raw  SQLite's code to fail with, such as SQLITE_IOERR or SQLITE_FULL
     void FailAfter(int passing, int raw);
+    /// Fails the change after this many, and none that comes later.
+    void FailOnceAfter(int passing, int raw);
+    /// Whether a change was failed since the last FailAfter, FailOnceAfter or FailNothing.
+    bool HasFailed() const;
     /// Lets everything pass again.
     void FailNothing();
     /// Changes asked for since the last FailAfter or FailNothing.
