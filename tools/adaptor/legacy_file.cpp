@@ -6,6 +6,14 @@
 #include <algorithm>
 
 namespace tool {
+namespace {
+
+std::string Quote(const std::wstring& name)
+{
+    return "'" + TavCharConvert().ToUTF8(name) + "'";
+}
+
+} // namespace
 
 CLegacyFile::CLegacyFile(const std::wstring& path, const SOptions& options) : m_path(path), m_options(options)
 {
@@ -41,7 +49,7 @@ std::unique_ptr<CPropertyFile> CLegacyFile::Create(const std::wstring& path, con
     return file;
 }
 
-void CLegacyFile::Require(unsigned int code, const char* doing) const
+void CLegacyFile::Require(unsigned int code, const std::string& doing) const
 {
     if (code != qel::kSuccess)
         throw FailureOf(code, TavCharConvert().ToUTF8(m_path), doing);
@@ -122,14 +130,14 @@ void CLegacyFile::AddTable(CQelTable& table)
         ++place;
         added.Properties().columns.push_back(std::move(copy));
     }
-    Require(m_database.AddTable(added), "cannot add the table");
+    Require(m_database.AddTable(added), "cannot add table " + Quote(table.Properties().name));
     table.Properties().oid = added.Properties().oid;
 }
 
 void CLegacyFile::RenameTable(unsigned long tableOid, const std::wstring& name)
 {
     m_table = CQelTable3X();
-    Require(m_database.RenameTable(tableOid, name), "cannot rename the table");
+    Require(m_database.RenameTable(tableOid, name), "cannot rename the table to " + Quote(name));
 }
 
 void CLegacyFile::RemoveTable(unsigned long tableOid)
@@ -149,7 +157,7 @@ unsigned long CLegacyFile::AddColumn(unsigned long tableOid, const CQelTable::SQ
     for (const CQelTable3X::SQelColumn& present : table.Columns())
         added.dataIndex = std::max(added.dataIndex, present.dataIndex + 1);
     m_table = CQelTable3X();
-    Require(m_database.TableAddColumn(tableOid, added), "cannot add the column");
+    Require(m_database.TableAddColumn(tableOid, added), "cannot add column " + Quote(column.name));
     return added.oid;
 }
 
@@ -158,13 +166,13 @@ void CLegacyFile::ModifyColumn(unsigned long tableOid, const CQelTable::SQelColu
     CQelTable3X::SQelColumn modified = StoredColumn(tableOid, column.oid);
     static_cast<CQelTable::SQelColumn&>(modified) = column;
     m_table = CQelTable3X();
-    Require(m_database.TableModifyColumn(tableOid, modified), "cannot change the column");
+    Require(m_database.TableModifyColumn(tableOid, modified), "cannot change column " + Quote(column.name));
 }
 
 void CLegacyFile::RenameColumn(unsigned long tableOid, unsigned long columnOid, const std::wstring& name)
 {
     m_table = CQelTable3X();
-    Require(m_database.RenameColumn(tableOid, columnOid, name), "cannot rename the column");
+    Require(m_database.RenameColumn(tableOid, columnOid, name), "cannot rename the column to " + Quote(name));
 }
 
 void CLegacyFile::RemoveColumn(unsigned long tableOid, unsigned long columnOid)

@@ -47,7 +47,7 @@ private:
     CLegacyFile(const std::wstring& path, const SOptions& options);
 
     void Begin();
-    void Require(unsigned int code, const char* doing) const;
+    void Require(unsigned int code, const std::string& doing) const;
     const CQelTable3X& Table(unsigned long tableOid);
     CQelTable3X::SQelColumn StoredColumn(unsigned long tableOid, unsigned long columnOid);
     CRecord BySlot(unsigned long tableOid, const CRecord& record);

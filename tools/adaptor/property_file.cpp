@@ -52,14 +52,28 @@ std::unique_ptr<CPropertyFile> CPropertyFile::Open(const std::wstring& path, con
     return CSQLiteFile::Open(path, options);
 }
 
+SFailure CPropertyFile::NotReplaced(const std::wstring& path)
+{
+    return Failure(EExit::eRefused, path, "the file is something else, and is never replaced",
+                   "name another file, or remove this one yourself");
+}
+
 std::unique_ptr<CPropertyFile> CPropertyFile::Create(const std::wstring& path, EKind kind, bool lookupIndexes,
                                                      bool force, const SOptions& options)
 {
-    if (kind == EKind::eSQLite)
+    const bool exists = Exists(path);
+    const bool isStore = exists && KindOf(path) == EKind::eLegacy;
+    if (kind == EKind::eSQLite) {
+        // A store is a file of the same engine, and would take the tables without a word.
+        if (isStore)
+            throw NotReplaced(path);
         return CSQLiteFile::Create(path, lookupIndexes, force, options);
-    if (Exists(path) && !force)
-        throw Failure(EExit::eRefused, path, "the file exists already",
-                      "--force replaces it, if it is a legacy store");
+    }
+    if (exists && !isStore)
+        throw NotReplaced(path);
+    if (exists && !force)
+        throw Failure(EExit::eRefused, path, "the file holds a property database already",
+                      "--force drops its tables and every record in them");
     return CLegacyFile::Create(path, options);
 }
 

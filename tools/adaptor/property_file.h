@@ -48,6 +48,8 @@ public:
     /// @param force  false: refuses a file that holds property tables already
     static std::unique_ptr<CPropertyFile> Create(const std::wstring& path, EKind kind, bool lookupIndexes,
                                                  bool force, const SOptions& options);
+    /// The refusal of a file of another kind than the one that is to be made.
+    static SFailure NotReplaced(const std::wstring& path);
     virtual ~CPropertyFile();
 
     virtual EKind Kind() const = 0;

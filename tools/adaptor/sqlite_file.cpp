@@ -6,6 +6,14 @@
 #include <algorithm>
 
 namespace tool {
+namespace {
+
+std::string Quote(const std::wstring& name)
+{
+    return "'" + TavCharConvert().ToUTF8(name) + "'";
+}
+
+} // namespace
 
 CSQLiteFile::CSQLiteFile(const std::wstring& path, const SOptions& options)
     : m_path(path), m_options(options), m_database(nullptr)
@@ -52,7 +60,7 @@ std::unique_ptr<CPropertyFile> CSQLiteFile::Create(const std::wstring& path, boo
     return file;
 }
 
-void CSQLiteFile::Require(unsigned int code, const char* doing) const
+void CSQLiteFile::Require(unsigned int code, const std::string& doing) const
 {
     if (code != qel::kSuccess)
         throw FailureOf(code, TavCharConvert().ToUTF8(m_path), doing);
@@ -129,14 +137,14 @@ void CSQLiteFile::AddTable(CQelTable& table)
 {
     CQelTable ordered(table);
     NumberInOrder(ordered.Properties().columns);
-    Require(m_database.AddTable(ordered), "cannot add the table");
+    Require(m_database.AddTable(ordered), "cannot add table " + Quote(table.Properties().name));
     table.Properties().oid = ordered.Properties().oid;
 }
 
 void CSQLiteFile::RenameTable(unsigned long tableOid, const std::wstring& name)
 {
     m_table = CQelTable();
-    Require(m_database.RenameTable(tableOid, name), "cannot rename the table");
+    Require(m_database.RenameTable(tableOid, name), "cannot rename the table to " + Quote(name));
 }
 
 void CSQLiteFile::RemoveTable(unsigned long tableOid)
@@ -151,7 +159,7 @@ unsigned long CSQLiteFile::AddColumn(unsigned long tableOid, const CQelTable::SQ
     constexpr int kLast = 9999;
     CQelTable::SQelColumn added(column);
     added.displayOrder = kLast;
-    Require(m_database.TableAddColumn(tableOid, added), "cannot add the column");
+    Require(m_database.TableAddColumn(tableOid, added), "cannot add column " + Quote(column.name));
     for (const CQelTable::SQelColumn& stored : Table(tableOid).Columns()) {
         if (stored.name == column.name)
             return stored.oid;
@@ -163,13 +171,13 @@ void CSQLiteFile::ModifyColumn(unsigned long tableOid, const CQelTable::SQelColu
 {
     m_table = CQelTable();
     CQelTable::SQelColumn modified(column);
-    Require(m_database.TableModifyColumn(tableOid, modified), "cannot change the column");
+    Require(m_database.TableModifyColumn(tableOid, modified), "cannot change column " + Quote(column.name));
 }
 
 void CSQLiteFile::RenameColumn(unsigned long tableOid, unsigned long columnOid, const std::wstring& name)
 {
     m_table = CQelTable();
-    Require(m_database.RenameColumn(tableOid, columnOid, name), "cannot rename the column");
+    Require(m_database.RenameColumn(tableOid, columnOid, name), "cannot rename the column to " + Quote(name));
 }
 
 void CSQLiteFile::RemoveColumn(unsigned long tableOid, unsigned long columnOid)

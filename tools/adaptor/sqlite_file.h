@@ -47,7 +47,7 @@ private:
 
     void OpenConnection(bool readOnly);
     void Begin();
-    void Require(unsigned int code, const char* doing) const;
+    void Require(unsigned int code, const std::string& doing) const;
     void RunText(const wchar_t* sql, const char* doing);
     const CQelTable& Table(unsigned long tableOid);
     void CompleteRecord(unsigned long tableOid, const CRecord& record, CRecord& complete);

@@ -37,7 +37,7 @@ void AddPositional(CLI::App& parser, const SPositional& positional, CBound& boun
 {
     CLI::Option* added = parser.add_option(positional.name, CLI::callback_t(Ignore));
     if (positional.repeats)
-        added->expected(0, CLI::detail::expected_max_vector_size);
+        added->expected(0, CLI::detail::expected_max_vector_size)->allow_extra_args();
     bound.emplace_back(positional.name, added);
 }
 

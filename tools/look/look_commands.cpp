@@ -1,11 +1,131 @@
-// look_commands.cpp: the descriptions of this group's commands.
+// look_commands.cpp: the descriptions of the commands that look.
 #include "cli/commands.h"
+#include "look.h"
 
 namespace tool {
+namespace {
+
+const SOption kColumns = {
+    "--columns", "LIST", "these columns alone, in this order: Model,Price; @oid is the record's",
+    {},          false,  ENames::eColumn};
+
+SCommand Info()
+{
+    return {
+        "info",
+        EGroup::eLook,
+        "kind, tables, records and bytes of a file",
+        "Tells what kind of database the file is, what it holds, how many of its bytes 'compact' would give "
+        "back, and whether it can be written to.",
+        {FileArgument()},
+        {},
+        {{"qelprop info cars.db", ""}},
+        true,
+        RunInfo};
+}
+
+SCommand Tables()
+{
+    return {"tables",
+            EGroup::eLook,
+            "list the tables",
+            "",
+            {FileArgument()},
+            {},
+            {{"qelprop tables cars.db --json", ""}},
+            true,
+            RunTables};
+}
+
+SCommand Schema()
+{
+    SPositional table = TableArgument();
+    table.required = false;
+    table.help += "; all of them where none is named";
+    return {"schema",
+            EGroup::eLook,
+            "show columns: names, types, defaults, hints, order",
+            "",
+            {FileArgument(), table},
+            {},
+            {{"qelprop schema cars.db Cars", ""}, {"qelprop schema cars.db --json > cars.schema.json", ""}},
+            true,
+            RunSchema};
+}
+
+SCommand List()
+{
+    return {
+        "list",
+        EGroup::eLook,
+        "list records, sorted by as many columns as you like",
+        "Without --sort the records come in the order of their oids, which also parts records whose keys are "
+        "alike. Null comes first, last with :desc.",
+        {FileArgument(), TableArgument()},
+        {kColumns,
+         {"--sort",
+          "KEYS",
+          "sort by columns, COLUMN or COLUMN:desc: Maker,Price:desc",
+          {},
+          false,
+          ENames::eColumn},
+         {"--limit", "N", "no more than so many records"},
+         {"--offset", "N", "skip so many records first"}},
+        {{"qelprop list cars.db Cars --sort Maker,Price:desc --limit 20", ""},
+         {"qelprop list cars.db Cars --columns Model,Price --locale de_DE", ""}},
+        true,
+        RunList};
+}
+
+SCommand Get()
+{
+    return {
+        "get",
+        EGroup::eLook,
+        "show records by their oids",
+        "With --json one record is one object, several are an array. --blob gives the bytes of one value as "
+        "they are; 'set ... Photo@=photo.jpg' puts them in.",
+        {FileArgument(), TableArgument(), {"RECORD", "a record, as @OID", true, true}},
+        {kColumns, {"--blob", "COLUMN", "the raw bytes of this column alone", {}, false, ENames::eColumn}},
+        {{"qelprop get cars.db Cars @7 --json", ""},
+         {"qelprop get cars.db Cars @7 --blob Photo -O photo.jpg", "raw bytes"}},
+        true,
+        RunGet};
+}
+
+SCommand Count()
+{
+    return {"count",
+            EGroup::eLook,
+            "count the records of a table",
+            "Prints the number alone.",
+            {FileArgument(), TableArgument()},
+            {},
+            {{"qelprop count cars.db Cars", ""}},
+            true,
+            RunCount};
+}
+
+SCommand Values()
+{
+    return {"values",
+            EGroup::eLook,
+            "list the different values of a column, with their numbers",
+            "Null is one of them.",
+            {FileArgument(),
+             TableArgument(),
+             {"COLUMN", "a column, by name or as @OID", true, false, ENames::eColumn}},
+            {},
+            {{"qelprop values cars.db Cars Model", ""}},
+            true,
+            RunValues};
+}
+
+} // namespace
 
 std::vector<SCommand> LookCommands()
 {
-    return {};
+    return {Info(), Tables(), Schema(), List(), Get(), Count(), Values()};
 }
 
 } // namespace tool

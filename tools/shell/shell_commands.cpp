@@ -1,11 +1,20 @@
-// shell_commands.cpp: commands that help the shell.
+// shell_commands.cpp: the description of what helps the shell.
 #include "cli/commands.h"
+#include "completion.h"
 
 namespace tool {
 
 std::vector<SCommand> ShellCommands()
 {
-    return {};
+    return {{"completion",
+             EGroup::eShell,
+             "print completion for a shell",
+             "The script completes commands, options, their values, files, tables and columns.",
+             {{"SHELL", "bash"}},
+             {},
+             {{"source <(qelprop completion bash)", "for this shell; into ~/.bashrc for all"}},
+             false,
+             RunCompletion}};
 }
 
 } // namespace tool

@@ -1,0 +1,28 @@
+// count.cpp: the number of a table's records.
+#include "look.h"
+#include "names/names.h"
+#include "output/output.h"
+#include "output/single.h"
+
+namespace tool {
+
+EExit RunCount(CContext& context)
+{
+    const std::unique_ptr<CPropertyFile> file = context.OpenFile(EAccess::eRead);
+    const CNames names(*file);
+    const CQelTable& table = names.Table(context.Arguments().Text("TABLE"));
+    const unsigned int count = file->CountRecords(table.Properties().oid);
+    if (context.Format(EFormat::ePlain) != EFormat::ePlain) {
+        CSingle single;
+        single.Add("table", TextCell(table.Properties().name));
+        single.Add("records", NumberCell(count));
+        single.Print(context);
+        return EExit::eDone;
+    }
+    COutput output(context);
+    output.Stream() << count << '\n';
+    output.Finish();
+    return EExit::eDone;
+}
+
+} // namespace tool

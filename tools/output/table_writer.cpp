@@ -1,0 +1,134 @@
+// table_writer.cpp: lays out a table when its last row is known.
+#include "table_writer.h"
+
+#include "screen_text.h"
+
+#include <algorithm>
+#include <numeric>
+
+namespace tool {
+namespace {
+
+constexpr std::size_t kGap = 2;
+constexpr std::size_t kNarrowest = 3; // columns are not made narrower than this
+constexpr const char* kNull = "\u00b7";
+constexpr const char* kBold = "\033[1m";
+constexpr const char* kFaint = "\033[2m";
+constexpr const char* kUsual = "\033[0m";
+
+bool IsNumber(CQelProperty::EType type)
+{
+    switch (type) {
+    case CQelProperty::eInt:
+    case CQelProperty::eUInt:
+    case CQelProperty::eInt64:
+    case CQelProperty::eUInt64:
+    case CQelProperty::eDouble:
+    case CQelProperty::eCurrency:
+    case CQelProperty::eReference:
+        return true;
+    default:
+        return false;
+    }
+}
+
+} // namespace
+
+CTableWriter::CTableWriter(const SRowStyle& style, std::vector<std::string> headings, std::ostream& out)
+    : CRowWriter(style, std::move(headings), out)
+{}
+
+std::string ScreenText(const CQelProperty& value, const SRowStyle& style)
+{
+    if (value.IsNull())
+        return style.null.value_or(kNull);
+    // An oid is a name made of digits, not an amount.
+    if (value.GetType() == CQelProperty::eReference)
+        return std::to_string(value.Data().uValue.nULong);
+    return OneLine(value.String());
+}
+
+void CTableWriter::Print(const CRow& row)
+{
+    CLine line;
+    line.reserve(row.size());
+    for (const CQelProperty& value : row)
+        line.push_back({ScreenText(value, m_style), IsNumber(value.GetType()), value.IsNull()});
+    m_lines.push_back(std::move(line));
+}
+
+std::vector<std::size_t> CTableWriter::Widths() const
+{
+    std::vector<std::size_t> widths(m_headings.size());
+    for (std::size_t index = 0; index < widths.size(); ++index) {
+        widths[index] = m_style.header ? Columns(OneLine(Wide(m_headings[index]))) : 0;
+        for (const CLine& line : m_lines)
+            widths[index] = std::max(widths[index], Columns(line[index].text));
+    }
+    return widths;
+}
+
+void CTableWriter::FitToScreen(std::vector<std::size_t>& widths) const
+{
+    if (m_style.width == 0 || widths.empty())
+        return;
+    std::size_t total = std::accumulate(widths.begin(), widths.end(), kGap * (widths.size() - 1));
+    while (total > m_style.width) {
+        const auto widest = std::max_element(widths.begin(), widths.end());
+        if (*widest <= kNarrowest)
+            return;
+        // Down to the next widest in one step, so that a text of a million letters costs no million steps.
+        std::size_t next = kNarrowest;
+        for (const std::size_t width : widths) {
+            if (width < *widest)
+                next = std::max(next, width);
+        }
+        const std::size_t step = std::min(total - m_style.width, std::max<std::size_t>(1, *widest - next));
+        *widest -= step;
+        total -= step;
+    }
+}
+
+void CTableWriter::PrintLine(const CLine& line, const std::vector<std::size_t>& widths, bool heading)
+{
+    std::size_t column = 0;
+    for (std::size_t index = 0; index < line.size(); ++index) {
+        const bool last = index + 1 == line.size();
+        const std::size_t start = column + (index > 0 ? kGap : 0);
+        // What even narrow columns cannot bring in is left out.
+        if (m_style.width != 0 && start + widths[index] > m_style.width && index > 0)
+            break;
+        const SCell& cell = line[index];
+        std::string text = Cut(cell.text, widths[index]);
+        if (!last || cell.right)
+            text = Padded(text, widths[index], cell.right);
+        const char* const color = !m_style.color ? "" : heading ? kBold : cell.null ? kFaint : "";
+        m_out << std::string(start - column, ' ') << color << text << (*color == '\0' ? "" : kUsual);
+        column = start + widths[index];
+    }
+    m_out << '\n';
+}
+
+void CTableWriter::End()
+{
+    std::vector<std::size_t> widths = Widths();
+    FitToScreen(widths);
+    if (m_style.header) {
+        CLine headings;
+        CLine rule;
+        for (std::size_t index = 0; index < widths.size(); ++index) {
+            const bool right =
+                !m_lines.empty() && std::any_of(m_lines.begin(), m_lines.end(),
+                                                [=](const CLine& line) { return line[index].right; });
+            headings.push_back({OneLine(Wide(m_headings[index])), right, false});
+            rule.push_back({std::string(widths[index], '-'), false, false});
+        }
+        PrintLine(headings, widths, true);
+        PrintLine(rule, widths, false);
+    }
+    for (const CLine& line : m_lines)
+        PrintLine(line, widths, false);
+    m_lines.clear();
+}
+
+} // namespace tool

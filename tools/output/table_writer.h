@@ -1,0 +1,34 @@
+// table_writer.h: rows as an aligned table for people.
+#pragma once
+
+#include "row_writer.h"
+
+namespace tool {
+
+/// Shows values through the user's regional settings, numbers to the right, Null as a dot in mid-height.
+class CTableWriter : public CRowWriter
+{
+public:
+    CTableWriter(const SRowStyle& style, std::vector<std::string> headings, std::ostream& out);
+
+protected:
+    void Print(const CRow& row) override;
+    void End() override;
+
+private:
+    struct SCell
+    {
+        std::string text;
+        bool right = false;
+        bool null = false;
+    };
+    using CLine = std::vector<SCell>;
+
+    std::vector<std::size_t> Widths() const;
+    void FitToScreen(std::vector<std::size_t>& widths) const;
+    void PrintLine(const CLine& line, const std::vector<std::size_t>& widths, bool heading);
+
+    std::vector<CLine> m_lines;
+};
+
+} // namespace tool

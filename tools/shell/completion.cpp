@@ -1,0 +1,188 @@
+// completion.cpp: writes the commands' descriptions as tables of a bash script.
+#include "completion.h"
+
+#include "cli/commands.h"
+
+#include <algorithm>
+
+namespace tool {
+namespace {
+
+std::string Spaced(const std::string& names)
+{
+    std::string spaced = names;
+    std::replace(spaced.begin(), spaced.end(), ',', ' ');
+    return spaced;
+}
+
+std::string OptionNames(const std::vector<SOption>& options)
+{
+    std::string names;
+    for (const SOption& option : options)
+        names += (names.empty() ? "" : " ") + Spaced(option.names);
+    return names;
+}
+
+const char* Word(ENames names)
+{
+    switch (names) {
+    case ENames::eFile:
+        return "@file";
+    case ENames::eFolder:
+        return "@folder";
+    case ENames::eTable:
+        return "@table";
+    case ENames::eColumn:
+        return "@column";
+    case ENames::eText:
+        break;
+    }
+    return "";
+}
+
+/// Lines "KEY-OPTION) what follows it" of a case; key is the command, or "*" for all.
+std::string OptionCases(const std::string& command, const std::vector<SOption>& options)
+{
+    std::string lines;
+    for (const SOption& option : options) {
+        if (option.value.empty())
+            continue;
+        std::string follows = Word(option.completes);
+        for (const std::string& choice : option.choices)
+            follows += (follows.empty() ? "" : " ") + choice;
+        std::string patterns;
+        std::string name;
+        for (const char letter : option.names + ",") {
+            if (letter != ',') {
+                name += letter;
+                continue;
+            }
+            patterns += (patterns.empty() ? "" : "|") + command + "/" + name;
+            name.clear();
+        }
+        lines += "    " + patterns + ") echo '" + follows + "' ;;\n";
+    }
+    return lines;
+}
+
+std::string PlaceCases(const SCommand& command)
+{
+    std::string lines;
+    std::size_t place = 1;
+    for (const SPositional& positional : command.positionals) {
+        const std::string number = positional.repeats ? "*" : std::to_string(place);
+        if (*Word(positional.completes) != '\0')
+            lines +=
+                "    " + command.name + "/" + number + ") echo '" + Word(positional.completes) + "' ;;\n";
+        ++place;
+    }
+    return lines;
+}
+
+constexpr const char* kEngine = R"bash(
+_qelprop() {
+    local cur=${COMP_WORDS[COMP_CWORD]} command= places=0 file= table= word i want
+    COMPREPLY=()
+    for ((i = 1; i < COMP_CWORD; i++)); do
+        word=${COMP_WORDS[i]}
+        if [[ $word == -* ]]; then
+            _qelprop_takes_value "$command" "$word" && ((i++))
+        elif [[ -z $command ]]; then
+            command=$word
+        else
+            ((places++))
+            [[ $places -eq 1 ]] && file=$word
+            [[ $places -eq 2 ]] && table=$word
+        fi
+    done
+    if ((i > COMP_CWORD)); then
+        want=$(_qelprop_after "$command/${COMP_WORDS[COMP_CWORD - 1]}")
+        [[ -n $want ]] || want=$(_qelprop_after "*/${COMP_WORDS[COMP_CWORD - 1]}")
+    elif [[ $cur == -* ]]; then
+        want="$(_qelprop_options "$command") $(_qelprop_options '*')"
+    elif [[ -z $command ]]; then
+        want=$_qelprop_commands
+    else
+        want=$(_qelprop_place "$command/$((places + 1))")
+    fi
+    case $want in
+    @file) compopt -o filenames 2>/dev/null; mapfile -t COMPREPLY < <(compgen -f -- "$cur") ;;
+    @folder) compopt -o filenames 2>/dev/null; mapfile -t COMPREPLY < <(compgen -d -- "$cur") ;;
+    @table) _qelprop_names "$cur" tables "${file/#\~/$HOME}" 2 ;;
+    @column) _qelprop_names "$cur" schema "${file/#\~/$HOME}" 2 "$table" ;;
+    *) mapfile -t COMPREPLY < <(compgen -W "$want" -- "$cur") ;;
+    esac
+}
+
+_qelprop_takes_value() {
+    [[ $2 == *=* ]] && return 1
+    [[ " $_qelprop_valued " == *" $1/$2 "* || " $_qelprop_valued " == *" */$2 "* ]]
+}
+
+# Names are data: no word of them may be expanded by the shell.
+_qelprop_names() {
+    local name
+    while IFS= read -r name; do
+        [[ $name == "$1"* ]] && COMPREPLY+=("$(printf %q "$name")")
+    done < <(qelprop "$2" "$3" ${5:+"$5"} --as plain 2>/dev/null | cut -f"$4")
+}
+
+complete -F _qelprop qelprop
+)bash";
+
+std::string Case(const std::string& function, const std::string& lines)
+{
+    return function + "() {\n    case $1 in\n" + lines + "    esac\n}\n";
+}
+
+/// "COMMAND/OPTION" of every option that takes a value.
+std::string ValuedOptions(const std::string& command, const std::vector<SOption>& options)
+{
+    std::string words;
+    for (const SOption& option : options) {
+        if (option.value.empty())
+            continue;
+        std::string names = command + "/" + option.names;
+        for (std::size_t comma = names.find(','); comma != std::string::npos; comma = names.find(',', comma))
+            names.replace(comma, 1, " " + command + "/");
+        words += (words.empty() ? "" : " ") + names;
+    }
+    return words;
+}
+
+} // namespace
+
+std::string BashCompletion()
+{
+    std::string commands;
+    std::string options;
+    std::string after;
+    std::string places;
+    std::string valued = ValuedOptions("*", GlobalOptions()) + " " + ValuedOptions("*", OutputOptions());
+    for (const SCommand& command : AllCommands()) {
+        commands += (commands.empty() ? "" : " ") + command.name;
+        options += "    " + command.name + ") echo '" + OptionNames(command.options) + "' ;;\n";
+        after += OptionCases(command.name, command.options);
+        places += PlaceCases(command);
+        const std::string own = ValuedOptions(command.name, command.options);
+        valued += own.empty() ? "" : " " + own;
+    }
+    options +=
+        "    '*') echo '" + OptionNames(GlobalOptions()) + " " + OptionNames(OutputOptions()) + "' ;;\n";
+    after += OptionCases("\\*", GlobalOptions()) + OptionCases("\\*", OutputOptions());
+    return "# bash completion for qelprop; made by 'qelprop completion bash'\n"
+           "_qelprop_commands='" +
+           commands + "'\n_qelprop_valued='" + valued + "'\n" + Case("_qelprop_options", options) +
+           Case("_qelprop_after", after) + Case("_qelprop_place", places) + kEngine;
+}
+
+EExit RunCompletion(CContext& context)
+{
+    const std::string shell = context.Arguments().Text("SHELL");
+    if (shell != "bash")
+        throw UsageFailure("no completion for " + shell, "there is one for bash");
+    context.Out() << BashCompletion();
+    return EExit::eDone;
+}
+
+} // namespace tool
