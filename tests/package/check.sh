@@ -20,7 +20,7 @@ expect "package folders" "lib/cmake/qelprop4" "$(cd "$prefix" && echo lib*/cmake
 outside='#[ \t]*include[ \t]*[<"](sqlite3|zlib|zconf|unicode/)'
 expect "outside headers in public ones" "" "$(grep -rnE "$outside" "$prefix/include" || true)"
 
-cmake -S "$here" -B "$prefix/cmake-host" -DCMAKE_PREFIX_PATH="$prefix"
+cmake -G Ninja -S "$here" -B "$prefix/cmake-host" -DCMAKE_PREFIX_PATH="$prefix"
 cmake --build "$prefix/cmake-host"
 "$prefix/cmake-host/host"
 echo "built and ran with find_package"
