@@ -1,0 +1,11 @@
+// exchange_commands.h: the commands that carry data in and out.
+#pragma once
+
+#include "cli/context.h"
+
+namespace tool {
+
+EExit RunImport(CContext& context);
+EExit RunExport(CContext& context);
+
+} // namespace tool
