@@ -9,7 +9,7 @@ int main(int argc, char** argv)
 {
     std::ios::sync_with_stdio(false);
     qel::PrepareStreams();
-    qel::CatchInterrupts();
+    qel::CatchInterrupts(true);
     constexpr int kNoTerminal = 0;
     const tool::SSurroundings surroundings{std::cin,
                                            std::cout,

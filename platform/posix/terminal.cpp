@@ -6,6 +6,7 @@
 #include <csignal>
 #include <cstdlib>
 
+#include <poll.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
@@ -47,10 +48,16 @@ void PrepareStreams()
     std::signal(SIGPIPE, SIG_IGN);
 }
 
-void CatchInterrupts()
+bool IsOutputClosed()
 {
-    std::signal(SIGINT, RememberInterrupt);
-    std::signal(SIGTERM, RememberInterrupt);
+    pollfd output{STDOUT_FILENO, POLLOUT, 0};
+    return poll(&output, 1, 0) == 1 && (output.revents & POLLERR) != 0;
+}
+
+void CatchInterrupts(bool caught)
+{
+    for (const int number : {SIGINT, SIGTERM})
+        std::signal(number, caught ? RememberInterrupt : SIG_DFL);
 }
 
 bool WasInterrupted()

@@ -26,9 +26,12 @@ QELPLAT4_API int TerminalColumns(int absent);
 /// program's end.
 QELPLAT4_API void PrepareStreams();
 
-/// From now on the user's wish to stop (Ctrl+C, a request to terminate) is remembered; a second one ends the
-/// process at once.
-QELPLAT4_API void CatchInterrupts();
+/// Whether the program that standard output was piped to has closed it.
+QELPLAT4_API bool IsOutputClosed();
+
+/// Whether the user's wish to stop (Ctrl+C, a request to terminate) is remembered from now on; a second one
+/// ends the process at once, as the first does while they are not caught.
+QELPLAT4_API void CatchInterrupts(bool caught);
 QELPLAT4_API bool WasInterrupted();
 /// Forgets, or pretends, that the user wished to stop.
 QELPLAT4_API void SetInterrupted(bool interrupted);

@@ -66,9 +66,14 @@ void PrepareStreams()
     SetConsoleOutputCP(CP_UTF8);
 }
 
-void CatchInterrupts()
+bool IsOutputClosed()
 {
-    SetConsoleCtrlHandler(RememberInterrupt, TRUE);
+    return GetFileType(GetStdHandle(STD_OUTPUT_HANDLE)) == FILE_TYPE_PIPE;
+}
+
+void CatchInterrupts(bool caught)
+{
+    SetConsoleCtrlHandler(RememberInterrupt, caught ? TRUE : FALSE);
 }
 
 bool WasInterrupted()

@@ -16,6 +16,21 @@ bool IsDamage(unsigned int code)
            code == kCorrupt || code == kNotADatabase;
 }
 
+bool IsBusy(unsigned int code)
+{
+    constexpr unsigned int kBusy = kSqlError + 5;
+    constexpr unsigned int kLocked = kSqlError + 6;
+    return code == kBusy || code == kLocked || code == qel::kFileInUse;
+}
+
+/// A file in WAL mode, or one whose last change was cut short, is not read without its journal.
+bool WantsJournal(unsigned int code)
+{
+    constexpr unsigned int kReadOnlyEngine = kSqlError + 8;
+    constexpr unsigned int kCannotOpen = kSqlError + 14;
+    return code == kReadOnlyEngine || code == kCannotOpen;
+}
+
 std::string WordsOf(unsigned int code)
 {
     std::string text = TavCharConvert().ToUTF8(qel::ResultText(code));
@@ -45,6 +60,10 @@ SFailure FailureOf(unsigned int code, const std::string& file, const std::string
     failure.file = file;
     failure.message = (doing.empty() ? "" : doing + ": ") + WordsOf(code);
     failure.code = code;
+    if (IsBusy(code))
+        failure.hint = "another process holds the file; --timeout MS waits for it";
+    else if (WantsJournal(code))
+        failure.hint = "if the file has a journal beside it (-wal, -journal), its folder must be writable";
     return failure;
 }
 

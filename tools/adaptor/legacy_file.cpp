@@ -13,6 +13,13 @@ std::string Quote(const std::wstring& name)
     return "'" + TavCharConvert().ToUTF8(name) + "'";
 }
 
+/// Why a store does not open, which the database above it does not tell.
+unsigned int StoreCode(const std::wstring& path, bool readOnly)
+{
+    const unsigned int code = CDovBlobDB().Open(path, readOnly);
+    return code == qel::kSuccess ? qel::kNotOpen : code;
+}
+
 } // namespace
 
 CLegacyFile::CLegacyFile(const std::wstring& path, const SOptions& options) : m_path(path), m_options(options)
@@ -22,8 +29,7 @@ CLegacyFile::CLegacyFile(const std::wstring& path, const SOptions& options) : m_
 
 CLegacyFile::~CLegacyFile()
 {
-    if (m_database.BlobDB().IsOpen())
-        m_database.BlobDB().RollbackBatch();
+    Rollback();
     m_database.Close();
 }
 
@@ -31,7 +37,8 @@ std::unique_ptr<CPropertyFile> CLegacyFile::Open(const std::wstring& path, const
 {
     std::unique_ptr<CLegacyFile> file(new CLegacyFile(path, options));
     const bool readOnly = options.access == EAccess::eRead;
-    file->Require(file->m_database.Open(path, readOnly), "cannot open");
+    if (const unsigned int code = file->m_database.Open(path, readOnly); code != qel::kSuccess)
+        file->Require(code == qel::kNotOpen ? StoreCode(path, readOnly) : code, "cannot open");
     if (!readOnly)
         file->Begin();
     return file;
@@ -57,20 +64,26 @@ void CLegacyFile::Require(unsigned int code, const std::string& doing) const
 
 void CLegacyFile::Begin()
 {
+    if (m_begun)
+        return;
     Require(m_database.BlobDB().BeginBatch(), "cannot begin to write");
+    m_begun = true;
 }
 
 void CLegacyFile::Commit()
 {
+    if (!m_begun)
+        return;
     Require(m_database.BlobDB().CommitBatch(), "cannot save");
+    m_begun = false; // the next change begins anew: a failure then must not look like one of saving
     Require(m_database.BlobDB().Flush(), "cannot save");
-    Begin();
 }
 
 void CLegacyFile::Rollback() noexcept
 {
-    if (m_options.access != EAccess::eWrite || !m_database.BlobDB().IsOpen())
+    if (!m_begun)
         return;
+    m_begun = false;
     m_database.BlobDB().RollbackBatch();
 }
 
@@ -114,6 +127,7 @@ CQelTable3X::SQelColumn CLegacyFile::StoredColumn(unsigned long tableOid, unsign
 
 void CLegacyFile::AddTable(CQelTable& table)
 {
+    Begin();
     m_table = CQelTable3X();
     CQelTable3X added;
     added.Properties().name = table.Properties().name;
@@ -136,18 +150,21 @@ void CLegacyFile::AddTable(CQelTable& table)
 
 void CLegacyFile::RenameTable(unsigned long tableOid, const std::wstring& name)
 {
+    Begin();
     m_table = CQelTable3X();
     Require(m_database.RenameTable(tableOid, name), "cannot rename the table to " + Quote(name));
 }
 
 void CLegacyFile::RemoveTable(unsigned long tableOid)
 {
+    Begin();
     m_table = CQelTable3X();
     Require(m_database.RemoveTable(tableOid), "cannot remove the table");
 }
 
 unsigned long CLegacyFile::AddColumn(unsigned long tableOid, const CQelTable::SQelColumn& column)
 {
+    Begin();
     const CQelTable3X& table = Table(tableOid);
     CQelTable3X::SQelColumn added;
     static_cast<CQelTable::SQelColumn&>(added) = column;
@@ -163,6 +180,7 @@ unsigned long CLegacyFile::AddColumn(unsigned long tableOid, const CQelTable::SQ
 
 void CLegacyFile::ModifyColumn(unsigned long tableOid, const CQelTable::SQelColumn& column)
 {
+    Begin();
     CQelTable3X::SQelColumn modified = StoredColumn(tableOid, column.oid);
     static_cast<CQelTable::SQelColumn&>(modified) = column;
     m_table = CQelTable3X();
@@ -171,6 +189,7 @@ void CLegacyFile::ModifyColumn(unsigned long tableOid, const CQelTable::SQelColu
 
 void CLegacyFile::RenameColumn(unsigned long tableOid, unsigned long columnOid, const std::wstring& name)
 {
+    Begin();
     m_table = CQelTable3X();
     Require(m_database.RenameColumn(tableOid, columnOid, name), "cannot rename the column to " + Quote(name));
 }
@@ -178,14 +197,13 @@ void CLegacyFile::RenameColumn(unsigned long tableOid, unsigned long columnOid, 
 void CLegacyFile::RemoveColumn(unsigned long tableOid, unsigned long columnOid)
 {
     m_table = CQelTable3X();
-    // The removal copies and reopens the store's file, which ends a batch.
-    Require(m_database.BlobDB().CommitBatch(), "cannot save");
+    Commit(); // the removal copies and reopens the store's file, which ends a batch
     Require(m_database.TableRemoveColumn(tableOid, columnOid), "cannot remove the column");
-    Begin();
 }
 
 void CLegacyFile::MoveColumn(unsigned long tableOid, unsigned long columnOid, unsigned int position)
 {
+    Begin();
     std::vector<CQelTable3X::SQelColumn> columns = Table(tableOid).Columns();
     MoveTo(columns, columnOid, position);
     NumberInOrder(columns);
@@ -218,6 +236,7 @@ CRecord CLegacyFile::BySlot(unsigned long tableOid, const CRecord& record)
 
 unsigned long CLegacyFile::AddRecord(unsigned long tableOid, const CRecord& record, unsigned long givenOid)
 {
+    Begin();
     unsigned long oid = givenOid;
     Require(m_database.AddRecord(tableOid, oid, BySlot(tableOid, record), givenOid != 0),
             "cannot add the record");
@@ -226,6 +245,7 @@ unsigned long CLegacyFile::AddRecord(unsigned long tableOid, const CRecord& reco
 
 void CLegacyFile::SetRecord(unsigned long tableOid, unsigned long recordOid, const CRecord& record)
 {
+    Begin();
     CRecord whole;
     if (!GetRecord(tableOid, recordOid, whole))
         whole.clear();
@@ -241,6 +261,7 @@ void CLegacyFile::SetRecord(unsigned long tableOid, unsigned long recordOid, con
 
 void CLegacyFile::RemoveRecord(unsigned long tableOid, unsigned long recordOid)
 {
+    Begin();
     Require(m_database.RemoveRecord(tableOid, recordOid), "cannot remove the record");
 }
 

@@ -46,6 +46,7 @@ public:
 private:
     CLegacyFile(const std::wstring& path, const SOptions& options);
 
+    /// Begins the batch of the next change, if none is begun.
     void Begin();
     void Require(unsigned int code, const std::string& doing) const;
     const CQelTable3X& Table(unsigned long tableOid);
@@ -55,6 +56,7 @@ private:
     std::wstring m_path;
     SOptions m_options;
     CQelPropDB3X m_database;
+    bool m_begun = false;
     CQelTable3X m_table; // the table used last; oid 0 for none
 };
 

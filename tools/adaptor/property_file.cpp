@@ -4,7 +4,11 @@
 #include "legacy_file.h"
 #include "sqlite_file.h"
 
+#include <qelplat4/native_path.h>
+
 #include <filesystem>
+#include <fstream>
+#include <string_view>
 
 namespace tool {
 namespace {
@@ -28,15 +32,30 @@ SFailure Failure(EExit exit, const std::wstring& path, const std::string& messag
 bool Exists(const std::wstring& path)
 {
     std::error_code error;
-    return std::filesystem::exists(std::filesystem::u8path(Utf8(path)), error);
+    return std::filesystem::exists(qel::NativePath(path), error);
+}
+
+bool IsEngineFile(const std::wstring& path)
+{
+    constexpr std::string_view kMark = "SQLite format 3";
+    std::string start(kMark.size(), '\0');
+    std::ifstream file(qel::NativePath(path), std::ios::binary);
+    file.read(start.data(), static_cast<std::streamsize>(start.size()));
+    return start == kMark;
+}
+
+/// The engine takes a file of a few bytes for an empty one and would write over them.
+bool IsOtherFile(const std::wstring& path)
+{
+    std::error_code error;
+    const bool empty = std::filesystem::is_empty(qel::NativePath(path), error);
+    return !empty && !IsEngineFile(path);
 }
 
 // A store is told by the store itself, so that its mark has one home.
 EKind KindOf(const std::wstring& path)
 {
-    CDovBlobDB store;
-    const unsigned int code = store.Open(path, true);
-    return code == qel::kNotAStore ? EKind::eSQLite : EKind::eLegacy;
+    return CDovBlobDB().Open(path, true) == qel::kNotAStore ? EKind::eSQLite : EKind::eLegacy;
 }
 
 } // namespace
@@ -49,6 +68,9 @@ std::unique_ptr<CPropertyFile> CPropertyFile::Open(const std::wstring& path, con
         throw Failure(EExit::eNotFound, path, "no such file");
     if (KindOf(path) == EKind::eLegacy)
         return CLegacyFile::Open(path, options);
+    if (IsOtherFile(path))
+        throw Failure(EExit::eNotFound, path,
+                      "no property database: neither an SQLite database nor a legacy store");
     return CSQLiteFile::Open(path, options);
 }
 
@@ -65,7 +87,7 @@ std::unique_ptr<CPropertyFile> CPropertyFile::Create(const std::wstring& path, E
     const bool isStore = exists && KindOf(path) == EKind::eLegacy;
     if (kind == EKind::eSQLite) {
         // A store is a file of the same engine, and would take the tables without a word.
-        if (isStore)
+        if (isStore || (exists && IsOtherFile(path)))
             throw NotReplaced(path);
         return CSQLiteFile::Create(path, lookupIndexes, force, options);
     }

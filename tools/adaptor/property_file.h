@@ -87,7 +87,7 @@ public:
     /// Record oids in ascending order.
     virtual std::vector<unsigned long> RecordOids(unsigned long tableOid) = 0;
 
-    /// Ends the transaction and begins the next one.
+    /// Saves everything so far; the next change begins another transaction.
     virtual void Commit() = 0;
     /// Undoes everything since the last commit; the catalogue is read anew. Never throws.
     virtual void Rollback() noexcept = 0;

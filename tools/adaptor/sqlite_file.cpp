@@ -32,7 +32,9 @@ std::unique_ptr<CPropertyFile> CSQLiteFile::Open(const std::wstring& path, const
     std::unique_ptr<CSQLiteFile> file(new CSQLiteFile(path, options));
     file->OpenConnection(options.access == EAccess::eRead);
     if (options.access == EAccess::eWrite)
-        file->Begin();
+        file->Begin(); // before anything is read, so that opening's own repairs are undone with the rest
+    if (!file->HasPropertyTables())
+        throw file->NoPropertyTables();
     file->Require(file->m_database.Attach(false, &file->m_sqlite), "cannot read the tables");
     return file;
 }
@@ -43,11 +45,7 @@ std::unique_ptr<CPropertyFile> CSQLiteFile::Create(const std::wstring& path, boo
     std::unique_ptr<CSQLiteFile> file(new CSQLiteFile(path, options));
     file->OpenConnection(false);
     file->Begin();
-    CQelSQLite::CStatement present(&file->m_sqlite);
-    present.Prepare(
-        L"SELECT 1 FROM sqlite_master WHERE type = 'table' AND name IN ('qeltpt','qeltpc','qeltpd')");
-    const bool exists = present.Step() == 100;
-    present.Reset();
+    const bool exists = file->HasPropertyTables();
     if (exists && !force) {
         SFailure failure = FailureOf(qel::kFileExists, TavCharConvert().ToUTF8(path), "");
         failure.message = "the file holds a property database already";
@@ -58,6 +56,34 @@ std::unique_ptr<CPropertyFile> CSQLiteFile::Create(const std::wstring& path, boo
     if (lookupIndexes)
         file->Require(file->m_database.CreateLookupIndexes(), "cannot create the indexes");
     return file;
+}
+
+bool CSQLiteFile::HasPropertyTables()
+{
+    constexpr int kRow = 100;
+    int raw = 0;
+    try {
+        CQelSQLite::CStatement present(&m_sqlite);
+        present.Prepare(
+            L"SELECT 1 FROM sqlite_master WHERE type = 'table' AND name IN ('qeltpt','qeltpc','qeltpd')");
+        raw = present.Step();
+    } catch (CQelException* exception) {
+        const unsigned int code = exception->GetCode();
+        exception->Delete();
+        Require(code, "cannot read");
+    }
+    Require(CQelSQLite::MapQelERR(raw), "cannot read");
+    return raw == kRow;
+}
+
+SFailure CSQLiteFile::NoPropertyTables() const
+{
+    SFailure failure;
+    failure.exit = EExit::eNotFound;
+    failure.file = TavCharConvert().ToUTF8(m_path);
+    failure.message = "the database has no property tables";
+    failure.hint = "'qelprop init' puts them in";
+    return failure;
 }
 
 void CSQLiteFile::Require(unsigned int code, const std::string& doing) const
@@ -87,19 +113,25 @@ void CSQLiteFile::RunText(const wchar_t* sql, const char* doing)
 
 void CSQLiteFile::Begin()
 {
+    if (m_begun)
+        return;
     RunText(L"BEGIN IMMEDIATE", "cannot begin to write");
+    m_begun = true;
 }
 
 void CSQLiteFile::Commit()
 {
+    if (!m_begun)
+        return;
     RunText(L"COMMIT", "cannot save");
-    Begin();
+    m_begun = false; // the next change begins anew: a failure then must not look like one of saving
 }
 
 void CSQLiteFile::Rollback() noexcept
 {
-    if (m_options.access != EAccess::eWrite || !m_sqlite.IsOpen())
+    if (!m_begun)
         return;
+    m_begun = false;
     try {
         m_sqlite.ExecSQL(L"ROLLBACK");
     } catch (CQelException* exception) {
@@ -135,6 +167,7 @@ const CQelTable& CSQLiteFile::Table(unsigned long tableOid)
 
 void CSQLiteFile::AddTable(CQelTable& table)
 {
+    Begin();
     CQelTable ordered(table);
     NumberInOrder(ordered.Properties().columns);
     Require(m_database.AddTable(ordered), "cannot add table " + Quote(table.Properties().name));
@@ -143,18 +176,21 @@ void CSQLiteFile::AddTable(CQelTable& table)
 
 void CSQLiteFile::RenameTable(unsigned long tableOid, const std::wstring& name)
 {
+    Begin();
     m_table = CQelTable();
     Require(m_database.RenameTable(tableOid, name), "cannot rename the table to " + Quote(name));
 }
 
 void CSQLiteFile::RemoveTable(unsigned long tableOid)
 {
+    Begin();
     m_table = CQelTable();
     Require(m_database.RemoveTable(tableOid), "cannot remove the table");
 }
 
 unsigned long CSQLiteFile::AddColumn(unsigned long tableOid, const CQelTable::SQelColumn& column)
 {
+    Begin();
     m_table = CQelTable();
     constexpr int kLast = 9999;
     CQelTable::SQelColumn added(column);
@@ -169,6 +205,7 @@ unsigned long CSQLiteFile::AddColumn(unsigned long tableOid, const CQelTable::SQ
 
 void CSQLiteFile::ModifyColumn(unsigned long tableOid, const CQelTable::SQelColumn& column)
 {
+    Begin();
     m_table = CQelTable();
     CQelTable::SQelColumn modified(column);
     Require(m_database.TableModifyColumn(tableOid, modified), "cannot change column " + Quote(column.name));
@@ -176,12 +213,14 @@ void CSQLiteFile::ModifyColumn(unsigned long tableOid, const CQelTable::SQelColu
 
 void CSQLiteFile::RenameColumn(unsigned long tableOid, unsigned long columnOid, const std::wstring& name)
 {
+    Begin();
     m_table = CQelTable();
     Require(m_database.RenameColumn(tableOid, columnOid, name), "cannot rename the column to " + Quote(name));
 }
 
 void CSQLiteFile::RemoveColumn(unsigned long tableOid, unsigned long columnOid)
 {
+    Begin();
     m_table = CQelTable();
     Require(m_database.TableRemoveColumn(tableOid, columnOid), "cannot remove the column");
 }
@@ -208,6 +247,7 @@ void CSQLiteFile::CompleteRecord(unsigned long tableOid, const CRecord& record, 
 
 unsigned long CSQLiteFile::AddRecord(unsigned long tableOid, const CRecord& record, unsigned long givenOid)
 {
+    Begin();
     CRecord complete;
     CompleteRecord(tableOid, record, complete);
     unsigned long oid = givenOid;
@@ -217,11 +257,13 @@ unsigned long CSQLiteFile::AddRecord(unsigned long tableOid, const CRecord& reco
 
 void CSQLiteFile::SetRecord(unsigned long tableOid, unsigned long recordOid, const CRecord& record)
 {
+    Begin();
     Require(m_database.SetRecord(tableOid, recordOid, record), "cannot write the record");
 }
 
 void CSQLiteFile::RemoveRecord(unsigned long tableOid, unsigned long recordOid)
 {
+    Begin();
     if (!HasRecord(tableOid, recordOid))
         Require(qel::kNotFound, "no such record");
     Require(m_database.RemoveRecord(tableOid, recordOid), "cannot remove the record");

@@ -46,6 +46,9 @@ private:
     CSQLiteFile(const std::wstring& path, const SOptions& options);
 
     void OpenConnection(bool readOnly);
+    bool HasPropertyTables();
+    SFailure NoPropertyTables() const;
+    /// Begins the transaction of the next change, if none is begun.
     void Begin();
     void Require(unsigned int code, const std::string& doing) const;
     void RunText(const wchar_t* sql, const char* doing);
@@ -56,6 +59,7 @@ private:
     SOptions m_options;
     CQelSQLite m_sqlite;
     CQelPropDB m_database;
+    bool m_begun = false;
     CQelTable m_table; // the table used last, columns in display order; oid 0 for none
 };
 

@@ -137,8 +137,9 @@ void CContext::Confirm(const std::string& question)
     }
     Err() << question << "? [y/N] " << std::flush;
     std::string answer;
+    qel::CatchInterrupts(false); // nothing is open yet, so that Ctrl+C may end the program here
     std::getline(In(), answer);
-    CheckInterrupt();
+    qel::CatchInterrupts(true);
     if (answer != "y" && answer != "Y" && answer != "yes") {
         refusal.message = "not confirmed; nothing was removed";
         throw refusal;

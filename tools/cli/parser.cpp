@@ -68,6 +68,9 @@ void Parse(CLI::App& parser, std::vector<std::string> arguments)
     std::reverse(arguments.begin(), arguments.end()); // the parser takes them from the end
     try {
         parser.parse(arguments);
+    } catch (const CLI::ArgumentMismatch& error) {
+        const std::string message = error.what();
+        throw UsageFailure(message.substr(0, message.find(':')) + ": no value given");
     } catch (const CLI::ParseError& error) {
         throw UsageFailure(error.what());
     }

@@ -3,12 +3,13 @@
 
 #include "help.h"
 #include "man_page.h"
+#include "output/screen_text.h"
 #include "parser.h"
 
 #include <nlohmann/json.hpp>
+#include <qelplat4/terminal.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <exception>
 #include <new>
 
@@ -24,16 +25,17 @@ std::string CodeSuffix(const SFailure& failure)
 
 void PrintPlain(const SFailure& failure, std::ostream& err)
 {
+    const auto shown = [](const std::string& text) { return OneLine(Wide(text)); };
     err << "qelprop: ";
     if (!failure.file.empty()) {
-        err << failure.file << ':';
+        err << shown(failure.file) << ':';
         if (failure.line != 0)
             err << failure.line << ':';
         err << ' ';
     }
-    err << failure.message << CodeSuffix(failure) << '\n';
+    err << shown(failure.message) << CodeSuffix(failure) << '\n';
     if (!failure.hint.empty())
-        err << "hint: " << failure.hint << '\n';
+        err << "hint: " << shown(failure.hint) << '\n';
 }
 
 void PrintJson(const SFailure& failure, std::ostream& err)
@@ -123,10 +125,9 @@ int RunProgram(const std::vector<std::string>& arguments, const SSurroundings& s
     EExit exit = EExit::eDone;
     SFailure failure;
     bool done = RunGuarded(arguments, surroundings, exit, failure);
-    errno = 0;
     surroundings.out.flush();
     if (!surroundings.out) {
-        if (errno == EPIPE || errno == 0)
+        if (qel::IsOutputClosed())
             return kClosedPipe;
         if (done)
             failure = UnknownFailure("cannot write the output");
