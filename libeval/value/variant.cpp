@@ -16,8 +16,6 @@ SWorkingVariant WorkingVariant(const CQelProperty& value)
 {
     const CQelProperty::UValue& payload = value.Data().uValue;
     switch (value.GetType()) {
-    case CQelProperty::eNull:
-        return {};
     case CQelProperty::eString:
     case CQelProperty::eURL:
         return {COleVariant(value.String())};
@@ -37,8 +35,11 @@ SWorkingVariant WorkingVariant(const CQelProperty& value)
             COleVariant(static_cast<LONG>(payload.nInt & 0xFF), VT_BOOL)}; // the stored byte, whatever it is
     case CQelProperty::eCurrency:
         return {COleVariant(static_cast<double>(payload.nCurrency) / qel::kCurrencyScale)};
+    case CQelProperty::eReference:
+    case CQelProperty::eBlob:
+        return {COleVariant(), false};
     default:
-        return {COleVariant(), false}; // references, blobs and types that do not exist
+        return {}; // null and types that do not exist: nothing, and that is all there is
     }
 }
 
