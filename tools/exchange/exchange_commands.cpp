@@ -62,11 +62,72 @@ SCommand Export()
         RunExport};
 }
 
+SOption FormatOption(const char* absent)
+{
+    return {"--format",
+            "KIND",
+            std::string("kind of the new file: sqlite or legacy; ") + absent,
+            {"sqlite", "legacy"}};
+}
+
+SOption ForceOption()
+{
+    return {"--force", "", "replace a file that exists"};
+}
+
+SCommand Dump()
+{
+    return {
+        "dump",
+        EGroup::eExchange,
+        "write all tables and records as lines of JSON",
+        "Tables first, then records, to the last bit; 'load' makes the database out of it again. A last line "
+        "with the numbers of tables and records shows that nothing is missing.",
+        {FileArgument()},
+        {},
+        {{"qelprop dump cars.db | gzip > cars.jsonl.gz", ""}},
+        false,
+        RunDump};
+}
+
+SCommand Load()
+{
+    return {
+        "load",
+        EGroup::eExchange,
+        "make a database out of a dump",
+        "The new file appears when all of it is written. It is of the kind that was dumped, unless --format "
+        "asks for the other. Records keep their oids; tables and columns may get others.",
+        {FileArgument("the file to make"),
+         {"INPUT", "the dump; standard input where none is named", false, false, ENames::eFile}},
+        {FormatOption("that of the dump where none is given"), ForceOption(), DryRunOption()},
+        {},
+        false,
+        RunLoad};
+}
+
+SCommand Migrate()
+{
+    return {
+        "migrate",
+        EGroup::eExchange,
+        "copy a database into one of the other kind",
+        "Writes a new file, compares both record by record, and gives the new one its name only when they "
+        "are "
+        "alike; differences are listed, and the exit status is 5. The old file stays as it is. Records keep "
+        "their oids; tables and columns may get others.",
+        {FileArgument(), {"TARGET", "the file to make", true, false, ENames::eFile}},
+        {FormatOption("the other kind where none is given"), ForceOption(), DryRunOption()},
+        {{"qelprop migrate old.store cars.db --progress auto", ""}},
+        false,
+        RunMigrate};
+}
+
 } // namespace
 
 std::vector<SCommand> ExchangeCommands()
 {
-    return {Import(), Export()};
+    return {Import(), Export(), Dump(), Load(), Migrate()};
 }
 
 } // namespace tool

@@ -7,5 +7,8 @@ namespace tool {
 
 EExit RunImport(CContext& context);
 EExit RunExport(CContext& context);
+EExit RunDump(CContext& context);
+EExit RunLoad(CContext& context);
+EExit RunMigrate(CContext& context);
 
 } // namespace tool

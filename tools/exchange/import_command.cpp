@@ -2,6 +2,7 @@
 #include "exchange_commands.h"
 
 #include "importer.h"
+#include "input.h"
 #include "output/progress.h"
 
 #include <qelplat4/native_path.h>
@@ -19,35 +20,6 @@ SFailure FileFailure(EExit exit, const std::string& file, const std::string& mes
     failure.message = message;
     return failure;
 }
-
-/// The file to read, or standard input.
-class CInput
-{
-public:
-    explicit CInput(CContext& context) : m_context(context), m_name(context.Arguments().Text("INPUT"))
-    {
-        if (m_name == "-")
-            return;
-        const std::filesystem::path path = qel::NativePath(Wide(m_name));
-        std::error_code error;
-        m_size = std::filesystem::file_size(path, error);
-        if (error)
-            m_size = 0;
-        m_file.open(path, std::ios::binary);
-        if (!m_file || std::filesystem::is_directory(path, error))
-            throw FileFailure(EExit::eNotFound, m_name, "cannot read this file");
-    }
-
-    std::istream& Stream() { return m_name == "-" ? m_context.In() : m_file; }
-    std::string Name() const { return m_name == "-" ? "standard input" : m_name; }
-    unsigned long long Size() const { return m_size; }
-
-private:
-    CContext& m_context;
-    std::string m_name;
-    std::ifstream m_file;
-    unsigned long long m_size = 0;
-};
 
 EFormat FormatOf(const CContext& context, const std::string& name)
 {

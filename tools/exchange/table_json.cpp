@@ -9,9 +9,9 @@
 namespace tool {
 namespace {
 
-std::string Text(const std::wstring& text)
+nlohmann::json Text(const std::wstring& text)
 {
-    return TavCharConvert().ToUTF8(text);
+    return TextToJson(text);
 }
 
 nlohmann::ordered_json ReferenceToJson(const CQelTable::SQelColumn& column, const std::vector<CQelTable>& all)
@@ -39,7 +39,7 @@ nlohmann::ordered_json ColumnToJson(const CQelTable::SQelColumn& column, const s
     json["description"] = Text(column.description);
     if (column.type == CQelProperty::eReference || column.refTable != 0)
         json["reference"] = ReferenceToJson(column, all);
-    json["default"] = ToJson(column.defaultValue);
+    json["default"] = ToExactJson(column.defaultValue, column.type);
     // Nothing keeps a host from storing a default of another type than the column's.
     if (!column.defaultValue.IsNull() && column.defaultValue.GetType() != column.type)
         json["default_type"] = TypeName(column.defaultValue.GetType());

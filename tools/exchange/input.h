@@ -1,0 +1,31 @@
+// input.h: the file that a command reads, or standard input.
+#pragma once
+
+#include "cli/context.h"
+
+#include <fstream>
+
+namespace tool {
+
+/// What the argument INPUT names; "-" and nothing are standard input. Not copied.
+class CInput
+{
+public:
+    /// @throws SFailure  3 for a file that cannot be read
+    explicit CInput(CContext& context);
+
+    std::istream& Stream() { return m_isStandard ? m_context.In() : m_file; }
+    /// The name, for messages.
+    std::string Name() const { return m_isStandard ? "standard input" : m_name; }
+    /// Bytes; 0 where that is not known.
+    unsigned long long Size() const { return m_size; }
+
+private:
+    CContext& m_context;
+    std::string m_name;
+    bool m_isStandard;
+    std::ifstream m_file;
+    unsigned long long m_size = 0;
+};
+
+} // namespace tool

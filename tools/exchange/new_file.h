@@ -1,0 +1,35 @@
+// new_file.h: a property database that is made whole, then gets its name.
+#pragma once
+
+#include "cli/context.h"
+#include "output/part_file.h"
+
+namespace tool {
+
+/// The format that --format names; `absent` without it.
+EKind KindAsked(const CContext& context, EKind absent);
+/// "SQLite" or "legacy"
+std::string KindName(EKind kind);
+
+/// A new property database beside its place. Not copied.
+class CNewFile
+{
+public:
+    CNewFile(CContext& context, const std::string& target, EKind kind);
+
+    CPropertyFile& File() { return *m_file; }
+    /// Saves, closes and opens what was made for reading.
+    CPropertyFile& Reopen();
+    /// Gives the file its name, but for a dry run, and says so.
+    void Publish();
+    /// Names the file as the user knows it.
+    SFailure Renamed(SFailure failure) const;
+
+private:
+    CContext& m_context;
+    std::string m_target;
+    CPartFile m_part; // ends after what is open in it
+    std::unique_ptr<CPropertyFile> m_file;
+};
+
+} // namespace tool

@@ -1,0 +1,70 @@
+// part_file.cpp: names nobody else has, and the renaming at the end.
+#include "part_file.h"
+
+#include "cli/context.h"
+
+#include <qelplat4/native_path.h>
+#include <qelplat4/replace_file.h>
+
+#include <random>
+
+namespace tool {
+namespace {
+
+SFailure Failure(EExit exit, const std::string& file, const std::string& message,
+                 const std::string& hint = {})
+{
+    SFailure failure;
+    failure.exit = exit;
+    failure.file = file;
+    failure.message = message;
+    failure.hint = hint;
+    return failure;
+}
+
+} // namespace
+
+CPartFile::CPartFile(const std::string& target, bool force)
+    : m_name(target), m_target(qel::NativePath(Wide(target)))
+{
+    std::error_code error;
+    const std::filesystem::file_status status = std::filesystem::status(m_target, error);
+    if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status))
+        throw Failure(EExit::eFailed, m_name, "this is no file");
+    if (std::filesystem::exists(status) && !force)
+        throw Failure(EExit::eRefused, m_name, "the file exists already", "--force replaces it");
+    m_part = m_target;
+    m_part += "." + std::to_string(std::random_device()()) + ".part";
+}
+
+CPartFile::~CPartFile()
+{
+    if (m_published)
+        return;
+    // The engine may have left its own files when it was stopped.
+    for (const char* const end : {"", "-journal", "-wal", "-shm"}) {
+        std::error_code error;
+        std::filesystem::remove(std::filesystem::path(m_part) += end, error);
+    }
+}
+
+std::wstring CPartFile::Path() const
+{
+    return Wide(m_part.u8string());
+}
+
+unsigned long long CPartFile::Size() const
+{
+    std::error_code error;
+    const auto size = std::filesystem::file_size(m_part, error);
+    return error ? 0 : size;
+}
+
+void CPartFile::Publish()
+{
+    if (!qel::ReplaceFileDurably(m_part, m_target))
+        throw Failure(EExit::eFailed, m_name, "cannot put the finished file in its place");
+    m_published = true;
+}
+
+} // namespace tool
