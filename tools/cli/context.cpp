@@ -132,7 +132,8 @@ void CContext::Confirm(const std::string& question)
     refusal.exit = EExit::eRefused;
     if (!m_surroundings.inIsTerminal || !m_surroundings.errIsTerminal) {
         refusal.exit = EExit::eUsage;
-        refusal.message = question + " wants --yes where there is no terminal to ask on";
+        refusal.message = "cannot ask whether to " + question + ": no terminal";
+        refusal.hint = "--yes goes on without asking";
         throw refusal;
     }
     Err() << question << "? [y/N] " << std::flush;
@@ -141,7 +142,7 @@ void CContext::Confirm(const std::string& question)
     std::getline(In(), answer);
     qel::CatchInterrupts(true);
     if (answer != "y" && answer != "Y" && answer != "yes") {
-        refusal.message = "not confirmed; nothing was removed";
+        refusal.message = "not confirmed; nothing was changed";
         throw refusal;
     }
 }

@@ -116,7 +116,7 @@ SCommand Values()
              TableArgument(),
              {"COLUMN", "a column, by name or as @OID", true, false, ENames::eColumn}},
             {},
-            {{"qelprop values cars.db Cars Model", ""}},
+            {{"qelprop values cars.db Cars Maker", ""}},
             true,
             RunValues};
 }

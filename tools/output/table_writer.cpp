@@ -109,23 +109,37 @@ void CTableWriter::PrintLine(const CLine& line, const std::vector<std::size_t>& 
     m_out << '\n';
 }
 
+void CTableWriter::AlignNulls()
+{
+    for (std::size_t index = 0; index < m_headings.size(); ++index) {
+        const bool right =
+            std::any_of(m_lines.begin(), m_lines.end(), [=](const CLine& line) { return line[index].right; });
+        for (CLine& line : m_lines)
+            line[index].right = line[index].right || (right && line[index].null);
+    }
+}
+
+void CTableWriter::PrintHeader(const std::vector<std::size_t>& widths)
+{
+    CLine headings;
+    CLine rule;
+    for (std::size_t index = 0; index < widths.size(); ++index) {
+        const bool right =
+            std::any_of(m_lines.begin(), m_lines.end(), [=](const CLine& line) { return line[index].right; });
+        headings.push_back({OneLine(Wide(m_headings[index])), right, false});
+        rule.push_back({std::string(widths[index], '-'), false, false});
+    }
+    PrintLine(headings, widths, true);
+    PrintLine(rule, widths, false);
+}
+
 void CTableWriter::End()
 {
+    AlignNulls();
     std::vector<std::size_t> widths = Widths();
     FitToScreen(widths);
-    if (m_style.header) {
-        CLine headings;
-        CLine rule;
-        for (std::size_t index = 0; index < widths.size(); ++index) {
-            const bool right =
-                !m_lines.empty() && std::any_of(m_lines.begin(), m_lines.end(),
-                                                [=](const CLine& line) { return line[index].right; });
-            headings.push_back({OneLine(Wide(m_headings[index])), right, false});
-            rule.push_back({std::string(widths[index], '-'), false, false});
-        }
-        PrintLine(headings, widths, true);
-        PrintLine(rule, widths, false);
-    }
+    if (m_style.header)
+        PrintHeader(widths);
     for (const CLine& line : m_lines)
         PrintLine(line, widths, false);
     m_lines.clear();

@@ -24,6 +24,8 @@ private:
     };
     using CLine = std::vector<SCell>;
 
+    void AlignNulls();
+    void PrintHeader(const std::vector<std::size_t>& widths);
     std::vector<std::size_t> Widths() const;
     void FitToScreen(std::vector<std::size_t>& widths) const;
     void PrintLine(const CLine& line, const std::vector<std::size_t>& widths, bool heading);

@@ -65,7 +65,7 @@ SCommand Remove()
             "Says how many values go, and asks. All records that are named go, or none.",
             {FileArgument(), TableArgument(), {"RECORD", "a record, as @OID", true, true}},
             {YesOption(), DryRunOption()},
-            {{"qelprop remove cars.db Cars @7 @9 --yes", ""}},
+            {{"qelprop remove cars.db Cars @7 @8 --yes", ""}},
             false,
             RunRemove};
 }

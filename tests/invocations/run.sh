@@ -1,0 +1,91 @@
+#!/usr/bin/env bash
+# run.sh PROGRAM [--update] [NAME...]: runs every invocation that help and man page show, as printed, in a folder of its
+# own, once for each kind of file, and compares all of stdout, stderr and exit status with the kept transcript.
+#
+# A transcript is a text:
+#   # what it shows
+#   > step            how the folder is prepared: a function of prepare.sh, or a command; must succeed
+#   $ command         the invocation
+#   ? command         another one that shows what the first has done
+#   --- sqlite        what is expected, for the kinds named: "| " stdout, "! " stderr, "= " exit status
+set -uo pipefail
+here=$(cd "$(dirname "$0")" && pwd)
+program=$(realpath "$1")
+shift
+update=
+[ "${1:-}" = --update ] && { update=1; shift; }
+export LC_ALL=C.UTF-8 TZ=UTC PATH="$(dirname "$program"):$PATH"
+unset NO_COLOR
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+source "$here/prepare.sh"
+faults=0 count=0
+
+# Runs one command and prints what came of it.
+show() {
+    local status
+    bash -c "$1" >"$work/out" 2>"$work/err" </dev/null
+    status=$?
+    sed 's/^/| /' "$work/out"
+    [ -s "$work/out" ] && [ -n "$(tail -c1 "$work/out")" ] && echo
+    sed 's/^/! /' "$work/err"
+    echo "= $status"
+}
+
+# Runs a transcript's head for one kind of file and prints what is to stand below it.
+play() {
+    local line
+    kind=$2
+    rm -rf "$work/folder"
+    mkdir "$work/folder"
+    cd "$work/folder" || exit 1
+    while IFS= read -r line; do
+        case $line in
+        '> '*) eval "${line#> }" >"$work/prepared" 2>&1 || { echo "cannot prepare: ${line#> }"; cat "$work/prepared"; } ;;
+        '$ '*) show "${line#\$ }" ;;
+        '? '*) echo "? ${line#\? }"; show "${line#\? }" ;;
+        '--- '*) break ;;
+        esac
+    done <"$1"
+    cd "$here" || exit 1
+}
+
+# Prints what a transcript expects for one kind.
+expected() {
+    awk -v kind="$2" '/^--- / { on = index($0 " ", " " kind " ") > 0; next } on' "$1"
+}
+
+write() {
+    local head
+    head=$(sed '/^--- /,$d' "$1")
+    { echo "$head"; if [ "$2" = "$3" ]; then printf -- '--- sqlite legacy\n%s\n' "$2"
+      else printf -- '--- sqlite\n%s\n--- legacy\n%s\n' "$2" "$3"; fi; } >"$work/new"
+    mv "$work/new" "$1"
+}
+
+for transcript in "$here"/*.txt; do
+    name=$(basename "$transcript" .txt)
+    if [ $# -gt 0 ] && [[ " $* " != *" $name "* ]]; then continue; fi
+    if [ -n "$update" ]; then
+        write "$transcript" "$(play "$transcript" sqlite)" "$(play "$transcript" legacy)"
+        continue
+    fi
+    for kind in sqlite legacy; do
+        count=$((count + 1))
+        play "$transcript" $kind >"$work/came"
+        expected "$transcript" $kind | diff -u --label "kept: $name, $kind" --label "came" - "$work/came" || faults=$((faults + 1))
+    done
+done
+
+# Every example of the help is kept here.
+if [ $# -eq 0 ]; then
+    while IFS= read -r example; do
+        grep -qxF -- "\$ $example" "$here"/*.txt && continue
+        echo "no transcript: $example"
+        faults=$((faults + 1))
+    done < <(for command in $("$program" --help | awk '/^  [a-z-]+  / { print $1 }'); do
+        "$program" "$command" --help | awk '/^Examples:/ { on = 1; next } /^$/ { on = 0 } on && /^  [^ ]/ { print substr($0, 3) }'
+    done)
+fi
+echo "$count runs, $faults faults"
+[ $faults -eq 0 ]
