@@ -46,8 +46,10 @@ bool ReadValue(CQelSQLite::CStatement& row, int position, CQelProperty& value)
 {
     const unsigned char* data = nullptr;
     unsigned int size = 0;
-    if (!row.GetBytes(position, data, size))
+    if (!row.GetBytes(position, data, size)) {
+        ResetValue(value);
         return false;
+    }
     DecodeFrom(data, size, value);
     return true;
 }

@@ -19,8 +19,8 @@ private:
     std::size_t m_next = 0; // columns are mostly in ascending order, too
 };
 
-/// Reads the bytes of a row's column into a value, which must be null; a damaged value is thrown as 10011.
-/// @return false, leaving the value, when the row has no bytes
+/// Replaces a value by the one that a row's column holds; a damaged one is thrown as 10011.
+/// @return false, with the value null, when the row has no bytes
 bool ReadValue(CQelSQLite::CStatement& row, int position, CQelProperty& value);
 
 /// Reads records of one table with one statement. Failures are thrown.
