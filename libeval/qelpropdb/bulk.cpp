@@ -15,7 +15,8 @@ class CBulkFill
 public:
     CBulkFill(const CQelTable& table, TBulk& bulk) : m_table(table), m_bulk(bulk) { BeginRecord(0); }
 
-    // Takes the current row of (record, column, bytes).
+    // Takes the current row of (record, column, bytes). As long as the number is 0 no record has begun:
+    // values that other hands stored under 0 go into the first record that follows.
     void Take(CQelSQLite::CStatement& row)
     {
         const long long recordOid = row.GetInt(0);
@@ -23,20 +24,17 @@ public:
             ++m_skipped;
             return;
         }
-        if (m_hasRows && recordOid != static_cast<long long>(m_recordOid))
+        if (m_recordOid == 0) {
+            m_recordOid = static_cast<unsigned long>(recordOid);
+        } else if (recordOid != static_cast<long long>(m_recordOid)) {
             EndRecord();
-        if (!m_hasRows)
             BeginRecord(static_cast<unsigned long>(recordOid));
-        m_hasRows = true;
+        }
         TakeValue(row);
     }
 
     // Without any row, one null record stands under 0.
-    void EndRecord()
-    {
-        m_bulk.emplace_hint(m_bulk.end(), m_recordOid, std::move(m_record));
-        m_hasRows = false;
-    }
+    void EndRecord() { m_bulk.emplace_hint(m_bulk.end(), m_recordOid, std::move(m_record)); }
 
     unsigned long long Bytes() const { return m_bytes; }
     unsigned long Skipped() const { return m_skipped; }
@@ -65,7 +63,6 @@ private:
     TBulk& m_bulk;
     qel::TRecord m_record;
     unsigned long m_recordOid = 0;
-    bool m_hasRows = false;
     qel::CElementFinder m_elements;
     unsigned long long m_bytes = 0;
     unsigned long m_skipped = 0;
