@@ -57,8 +57,9 @@ TEST_F(OutsideColumns, EveryFieldIsStored)
     column.format = L"%d W";
     column.currency = L"EUR";
     EXPECT_EQ(db.TableAddColumn(1, column), 10001u);
-    EXPECT_EQ(Ask("SELECT oid,toid,ctype,cname,cdesc,crtt,crtc,hex(cdef),cdisph,cformat,ccur,cdo FROM qeltpc"),
-              "4294967295|1|6|Power|watts|4|5|0400000000000000000000000000000000000000000000000000|6|%d W|EUR|2");
+    EXPECT_EQ(
+        Ask("SELECT oid,toid,ctype,cname,cdesc,crtt,crtc,hex(cdef),cdisph,cformat,ccur,cdo FROM qeltpc"),
+        "4294967295|1|6|Power|watts|4|5|0400000000000000000000000000000000000000000000000000|6|%d W|EUR|2");
 }
 
 TEST_F(OutsideColumns, TakenColumnOidIsAFaultAndChangesNothing)
@@ -142,7 +143,7 @@ TEST_F(OutsideColumns, EveryChangeRefusesAReadOnlyDatabaseAsAnError)
     EXPECT_EQ(Told(), "I3 + Renaming Column\nE 17501\n");
     EXPECT_EQ(db.TableSwapDisplayOrder(1, 1, 2), 17501u);
     EXPECT_EQ(Told(), "I3 + TableSwapDisplayOrder\nE 17501\n");
-    db.Close();
+    db.Attach(false, &sql);
 }
 
 TEST_F(OutsideColumns, RemovingTakesTheValuesOfThatColumnAndLeavesGapsInTheOrder)

@@ -6,16 +6,16 @@ using namespace outside;
 namespace {
 
 class OutsideFrame : public CPropertyHost
-{
-};
+{};
 
 TEST_F(OutsideFrame, CreatingMakesExactlyTheThreeTables)
 {
-    EXPECT_EQ(Ask("SELECT sql FROM sqlite_master WHERE type='table' ORDER BY name"),
-              "CREATE TABLE qeltpc (oid integer PRIMARY KEY,toid integer,ctype integer,cname Text,cdesc Text,"
-              "crtt integer,crtc integer,cdef blob,cdisph integer,cformat text,ccur text,cdo integer) "
-              "CREATE TABLE qeltpd (oid integer PRIMARY KEY,foid integer,toid integer,coid integer,data blob) "
-              "CREATE TABLE qeltpt (oid integer PRIMARY KEY,tname Text,tdesc Text)");
+    EXPECT_EQ(
+        Ask("SELECT sql FROM sqlite_master WHERE type='table' ORDER BY name"),
+        "CREATE TABLE qeltpc (oid integer PRIMARY KEY,toid integer,ctype integer,cname Text,cdesc Text,"
+        "crtt integer,crtc integer,cdef blob,cdisph integer,cformat text,ccur text,cdo integer) "
+        "CREATE TABLE qeltpd (oid integer PRIMARY KEY,foid integer,toid integer,coid integer,data blob) "
+        "CREATE TABLE qeltpt (oid integer PRIMARY KEY,tname Text,tdesc Text)");
 }
 
 TEST_F(OutsideFrame, CreatingMakesExactlyTheTwoIndexes)
@@ -59,7 +59,7 @@ TEST_F(OutsideFrame, OpeningAnEmptyDatabaseGivesAnEmptyCatalogueAndNotifies)
     std::vector<unsigned long> oids{9};
     EXPECT_EQ(db.GetTables(oids), 10001u);
     EXPECT_TRUE(oids.empty());
-    db.Close();
+    db.Attach(false, &sql);
 }
 
 TEST_F(OutsideFrame, AttachingWithoutADatabaseKeepsTheOneGivenBefore)
@@ -105,7 +105,8 @@ TEST_F(OutsideFrame, FailingDropIsLoggedToTheConnectionsOwnLogWithItsContext)
     std::string coded;
     for (const CDovLogfile::SEntry& entry : own.entries)
         if (Narrow(entry.file) == ".\\qelpropdb")
-            coded += std::to_string(entry.code) + (Narrow(entry.text).find("CT") != std::string::npos ? " CT;" : ";");
+            coded += std::to_string(entry.code) +
+                     (Narrow(entry.text).find("CT") != std::string::npos ? " CT;" : ";");
     EXPECT_EQ(coded, "17308 CT;17201;");
 }
 
@@ -267,9 +268,10 @@ TEST_F(OutsideFrame, EachOfTwentyCharactersMakesANameInvalid)
 TEST_F(OutsideFrame, EveryOtherCharacterMayStandInAName)
 {
     const std::wstring refused = L" #%()*,-./:;<>?@[\\]|";
-    for (wchar_t character = 1; character < 0x3000; ++character)
-        if (refused.find(character) == std::wstring::npos)
-            EXPECT_TRUE(db.IsValidName(std::wstring(1, character))) << static_cast<int>(character);
+    for (wchar_t character = 1; character < 0x3000; ++character) {
+        const bool valid = refused.find(character) == std::wstring::npos;
+        EXPECT_EQ(db.IsValidName(std::wstring(1, character)), valid) << static_cast<int>(character);
+    }
     EXPECT_TRUE(db.IsValidName(L"1st"));
     EXPECT_TRUE(db.IsValidName(std::wstring(L"a\0b", 3)));
     EXPECT_TRUE(db.IsValidName(std::wstring(10000, L'n')));

@@ -27,8 +27,7 @@ struct SRepair
 };
 
 class OutsideOrders : public OutsideOrderRepair, public testing::WithParamInterface<SRepair>
-{
-};
+{};
 
 TEST_P(OutsideOrders, AreSeparatedOnAttachOnly)
 {
@@ -37,13 +36,14 @@ TEST_P(OutsideOrders, AreSeparatedOnAttachOnly)
     EXPECT_EQ(Orders(), GetParam().after);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Orders, OutsideOrders,
-    testing::Values(SRepair{"ZerosBesideThree", {0, 0, 3, 0}, "0 4 3 5"},
-                    SRepair{"OneZeroStays", {5, 0, 5}, "5 0 5"}, SRepair{"EqualOrdersStay", {2, 2, 2}, "2 2 2"},
-                    SRepair{"AllZeros", {0, 0, 0}, "0 1 2"}, SRepair{"NegativeOrders", {-7, 0, 0}, "-7 0 1"},
-                    SRepair{"OnlyNegative", {-7, -7}, "-7 -7"}),
-    [](const testing::TestParamInfo<SRepair>& row) { return row.param.name; });
+INSTANTIATE_TEST_SUITE_P(Orders, OutsideOrders,
+                         testing::Values(SRepair{"ZerosBesideThree", {0, 0, 3, 0}, "0 4 3 5"},
+                                         SRepair{"OneZeroStays", {5, 0, 5}, "5 0 5"},
+                                         SRepair{"EqualOrdersStay", {2, 2, 2}, "2 2 2"},
+                                         SRepair{"AllZeros", {0, 0, 0}, "0 1 2"},
+                                         SRepair{"NegativeOrders", {-7, 0, 0}, "-7 0 1"},
+                                         SRepair{"OnlyNegative", {-7, -7}, "-7 -7"}),
+                         [](const testing::TestParamInfo<SRepair>& row) { return row.param.name; });
 
 TEST_F(OutsideOrderRepair, CatalogueInMemoryHoldsTheRepairedOrders)
 {
@@ -65,7 +65,8 @@ TEST_F(OutsideOrderRepair, LoadsAgainOnlyWhenATableNeededIt)
     const std::string twice = Told();
     const auto count = [](const std::string& text) {
         int found = 0;
-        for (std::size_t at = text.find("+ Loading"); at != std::string::npos; at = text.find("+ Loading", at + 1))
+        for (std::size_t at = text.find("+ Loading"); at != std::string::npos;
+             at = text.find("+ Loading", at + 1))
             ++found;
         return found;
     };
@@ -101,7 +102,7 @@ TEST_F(OutsideOrderRepair, ReadOnlyDatabaseIsLeftWithItsZeros)
     CQelTable table(1);
     ASSERT_EQ(db.GetTable(table), 10001u);
     EXPECT_EQ(table.Columns()[1].displayOrder, 0);
-    db.Close();
+    db.Attach(false, &sql);
 }
 
 TEST_F(OutsideOrderRepair, FailureOnATableIsLoggedUndoneAndStillTold)
@@ -146,7 +147,7 @@ TEST_F(OutsideOrderRepair, BusyDatabaseIsSilentlyLeftUnrepaired)
     EXPECT_NE(Told().find("> 0(0,0)"), std::string::npos);
     sqlite3_close(other);
     EXPECT_EQ(outside::Ask(mine.Handle(), "SELECT cdo FROM qeltpc"), "0 0");
-    db.Close();
+    db.Attach(false, &sql);
 }
 
 TEST_F(OutsideOrderRepair, LargestOrderDoesNotOverflow)

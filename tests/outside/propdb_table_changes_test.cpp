@@ -8,7 +8,8 @@ namespace {
 class OutsideTableChanges : public CPropertyHost
 {
 protected:
-    CQelTable::SQelColumn ReferenceTo(unsigned long table, CQelProperty::EType type = CQelProperty::eReference)
+    CQelTable::SQelColumn ReferenceTo(unsigned long table,
+                                      CQelProperty::EType type = CQelProperty::eReference)
     {
         CQelTable::SQelColumn column = Column(L"Ref", type);
         column.refTable = table;

@@ -27,7 +27,8 @@ TEST_F(OutsideTables, AddingStoresOneRowAndOneForEachColumnInOrder)
     CQelTable table;
     table.Properties().name = L"Lamps";
     table.Properties().description = L"all of them";
-    table.Properties().columns = {Column(L"Power", CQelProperty::eInt, 3), Column(L"Maker"), Column(L"Power")};
+    table.Properties().columns = {Column(L"Power", CQelProperty::eInt, 3), Column(L"Maker"),
+                                  Column(L"Power")};
     table.Properties().columns[0].oid = 77;
     table.Properties().columns[0].description = L"watts";
     table.Properties().columns[0].refTable = 4;
@@ -41,9 +42,10 @@ TEST_F(OutsideTables, AddingStoresOneRowAndOneForEachColumnInOrder)
     EXPECT_EQ(table.Columns()[0].oid, 77ul) << "the caller's columns keep their oids";
     EXPECT_EQ(Ask("SELECT * FROM qeltpt"), "1|Lamps|all of them");
     EXPECT_EQ(Ask("SELECT * FROM qeltpc WHERE oid=1"),
-              "1|1|2|Power|watts|4|5|x04000200000000000000000000000000000" + std::string("03c00000000000000") +
-                  "|6|%d W|EUR|3");
-    EXPECT_EQ(Ask("SELECT oid,cname,length(cdef) FROM qeltpc ORDER BY oid"), "1|Power|26 2|Maker|26 3|Power|26");
+              "1|1|2|Power|watts|4|5|x04000200000000000000000000000000000" +
+                  std::string("03c00000000000000") + "|6|%d W|EUR|3");
+    EXPECT_EQ(Ask("SELECT oid,cname,length(cdef) FROM qeltpc ORDER BY oid"),
+              "1|Power|26 2|Maker|26 3|Power|26");
     EXPECT_EQ(Columns(1), "1:Power@3 2:Maker@0 3:Power@0");
 }
 
@@ -153,7 +155,7 @@ TEST_F(OutsideTables, ReadOnlyDatabaseRefusesEveryChangeAsAnError)
     EXPECT_EQ(db.RenameTable(1, L"My Table"), 17501u);
     EXPECT_EQ(Told(), "I3 + Renaming Table\nE 17501\n");
     EXPECT_EQ(db.Attach(true, nullptr), 17201u);
-    db.Close();
+    db.Attach(false, &sql);
 }
 
 TEST_F(OutsideTables, GettingTablesListsThemAscending)
@@ -239,11 +241,22 @@ TEST_F(OutsideTables, NamesBeyondTheBasicPlaneAndLongOnesComeBack)
     EXPECT_EQ(Ask("SELECT length(tname) FROM qeltpt"), "10002");
 }
 
-TEST_F(OutsideTables, LoneSurrogateInANameNeitherCrashesNorDoublesTheTable)
+TEST_F(OutsideTables, LoneSurrogateInANameComesBack)
 {
-    const std::wstring lone = std::wstring(L"a") + static_cast<wchar_t>(0xD800) + L"b";
+    const std::wstring lone = {L'a', static_cast<wchar_t>(0xD800), L'b', static_cast<wchar_t>(0xDC00)};
     EXPECT_EQ(Add(lone), 10001u);
+    EXPECT_TRUE(db.TableExists(lone));
+    EXPECT_EQ(Add(lone), 17503u);
     EXPECT_EQ(Ask("SELECT count(*) FROM qeltpt"), "1");
+}
+
+TEST_F(OutsideTables, ZeroInsideANameComesBack)
+{
+    const std::wstring name(L"a\0b", 3);
+    EXPECT_EQ(Add(name), 10001u);
+    EXPECT_TRUE(db.TableExists(name));
+    EXPECT_FALSE(db.TableExists(L"a"));
+    EXPECT_EQ(Add(L"a"), 10001u);
 }
 
 TEST_F(OutsideTables, WiderOidThanThirtyTwoBitsIsRefusedWith10020)

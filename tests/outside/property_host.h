@@ -5,7 +5,9 @@
 #include <qelprop4/qelprop4.h>
 #include <sqlite3.h>
 
+#include <cstdio>
 #include <filesystem>
+#include <functional>
 #include <random>
 #include <string>
 #include <utility>
@@ -126,8 +128,7 @@ public:
     CDatabaseFile()
         : m_path(std::filesystem::temp_directory_path() /
                  ("qel-outside-" + std::to_string(std::random_device{}()) + ".db"))
-    {
-    }
+    {}
     CDatabaseFile(const CDatabaseFile&) = delete;
     CDatabaseFile& operator=(const CDatabaseFile&) = delete;
     ~CDatabaseFile()
