@@ -35,11 +35,18 @@ std::vector<unsigned long> ListAsStored(CQelSQLite* db, const CQelTable& table, 
 std::vector<unsigned long> ListSorted(CQelSQLite* db, const CQelTable& table, CDovLogfile* log,
                                       const std::vector<CQelPropDB::SSortItem>& sortItems)
 {
-    qel::CRecordOrder order(qel::FindSortKeys(sortItems, table.Columns()));
+    const std::vector<qel::SSortKey> keys = qel::FindSortKeys(sortItems, table.Columns());
+    std::vector<bool> wanted(table.Columns().size());
+    for (const qel::SSortKey& key : keys) {
+        if (key.position < wanted.size())
+            wanted[key.position] = true;
+    }
+    qel::CRecordOrder order(keys);
     qel::CRecordReader reader(db, table);
     qel::TRecord record;
+    qel::ResetRecord(table, record);
     ForEachRecord(db, table.Properties().oid, log, [&](unsigned long recordOid) {
-        reader.Read(recordOid, record);
+        reader.ReadWanted(recordOid, wanted, record);
         order.Add(recordOid, record);
     });
     std::vector<unsigned long> oids;

@@ -6,6 +6,14 @@
 namespace qel {
 namespace {
 
+void CheckValue(CQelSQLite::CStatement& row, int position)
+{
+    const unsigned char* data = nullptr;
+    unsigned int size = 0;
+    if (row.GetBytes(position, data, size))
+        CheckStored(data, size);
+}
+
 // Leaves nothing of the value that was there before, not even a currency symbol.
 void ResetValue(CQelProperty& value)
 {
@@ -60,18 +68,35 @@ CRecordReader::CRecordReader(CQelSQLite* db, const CQelTable& table) : m_table(t
     m_rows.BindInt(1, static_cast<long long>(table.Properties().oid));
 }
 
-void CRecordReader::Read(unsigned long recordOid, TRecord& record)
+// Calls `take` with every element that has a row, the row being the current one.
+template <class Take>
+void CRecordReader::ForEachValue(unsigned long recordOid, TRecord& record, const Take& take)
 {
-    ResetRecord(m_table, record);
-    if (!IsOid(recordOid))
-        return;
     m_rows.Reset();
     m_rows.BindInt(2, static_cast<long long>(recordOid));
     CElementFinder elements;
     while (m_rows.Step() == kRow) {
         if (SQelPropColumnData* element = elements.Find(record, m_rows.GetInt(1)))
-            ReadValue(m_rows, 0, element->value);
+            take(*element);
     }
+}
+
+void CRecordReader::Read(unsigned long recordOid, TRecord& record)
+{
+    ResetRecord(m_table, record);
+    if (IsOid(recordOid))
+        ForEachValue(recordOid, record,
+                     [&](SQelPropColumnData& element) { ReadValue(m_rows, 0, element.value); });
+}
+
+void CRecordReader::ReadWanted(unsigned long recordOid, const std::vector<bool>& wanted, TRecord& record)
+{
+    ForEachValue(recordOid, record, [&](SQelPropColumnData& element) {
+        if (wanted[static_cast<std::size_t>(&element - record.data())])
+            ReadValue(m_rows, 0, element.value);
+        else
+            CheckValue(m_rows, 0);
+    });
 }
 
 } // namespace qel

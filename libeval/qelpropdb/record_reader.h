@@ -32,8 +32,15 @@ public:
 
     /// @param record  replaced; all null when nothing is stored
     void Read(unsigned long recordOid, TRecord& record);
+    /// Reads some values of a record and tests the bytes of the others, which is all that a listing needs.
+    /// @param wanted  by position, whether the value is read
+    /// @param record  as ResetRecord made it; the values wanted are taken out of it between two records
+    void ReadWanted(unsigned long recordOid, const std::vector<bool>& wanted, TRecord& record);
 
 private:
+    template <class Take>
+    void ForEachValue(unsigned long recordOid, TRecord& record, const Take& take);
+
     const CQelTable& m_table;
     CQelSQLite::CStatement m_rows;
 };

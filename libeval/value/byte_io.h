@@ -117,6 +117,12 @@ public:
         m_data += size;
         m_remaining -= size;
     }
+    void Skip(std::uint64_t size)
+    {
+        Require(size);
+        m_data += size;
+        m_remaining -= static_cast<std::size_t>(size);
+    }
     std::size_t BytesRemaining() const { return m_remaining; }
 
 private:

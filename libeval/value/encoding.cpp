@@ -114,6 +114,21 @@ std::size_t DecodeFrom(const unsigned char* data, std::size_t size, CQelProperty
     return size - reader.BytesRemaining();
 }
 
+void CheckStored(const unsigned char* data, std::size_t size)
+{
+    unsigned short version = 0;
+    int type = 0;
+    unsigned int reserved = 0;
+    unsigned int bufferSize = 0;
+    std::uint32_t symbolUnits = 0;
+    CByteReader reader(data, size);
+    reader >> version >> type >> reserved >> bufferSize >> symbolUnits;
+    reader.Skip(std::uint64_t{symbolUnits} * sizeof(char16_t));
+    reader.Skip(sizeof(CQelProperty::UValue));
+    if (HasBuffer(static_cast<EType>(type)))
+        reader.Skip(bufferSize);
+}
+
 } // namespace qel
 
 CQelFile& operator<<(CQelFile& file, const CQelProperty& value)

@@ -21,4 +21,8 @@ unsigned char* EncodeTo(unsigned char* out, const CQelProperty& value);
 /// @throws CQelException* 10011 when the bytes end early; the value is then null
 std::size_t DecodeFrom(const unsigned char* data, std::size_t size, CQelProperty& value);
 
+/// Tests a stored form as DecodeFrom does, without making a value of it.
+/// @throws CQelException* 10011 when the bytes end early
+void CheckStored(const unsigned char* data, std::size_t size);
+
 } // namespace qel

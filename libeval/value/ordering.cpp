@@ -17,13 +17,35 @@ bool HasSameBytes(const SData& left, const SData& right)
     return size == HeldBytes(right) && (size == 0 || std::memcmp(left.pBuffer, right.pBuffer, size) == 0);
 }
 
+/// Whether one of four units is zero.
+constexpr bool HasZeroUnit(std::uint64_t units)
+{
+    return ((units - 0x0001000100010001U) & ~units & 0x8000800080008000U) != 0;
+}
+
+/// Number of units, a multiple of four, that agree from the start and hold no terminator: long common
+/// beginnings are what sorted listings meet most.
+std::size_t CommonStart(std::u16string_view a, std::u16string_view b)
+{
+    std::uint64_t fourOfA = 0;
+    std::uint64_t fourOfB = 0;
+    std::size_t start = 0;
+    for (; start + 4 <= std::min(a.size(), b.size()); start += 4) {
+        std::memcpy(&fourOfA, a.data() + start, sizeof fourOfA);
+        std::memcpy(&fourOfB, b.data() + start, sizeof fourOfB);
+        if (fourOfA != fourOfB || HasZeroUnit(fourOfA))
+            break;
+    }
+    return start;
+}
+
 /// Like TextOf(left) < TextOf(right) for both operators, but stops at the first difference.
 /// @return below, equal to or above 0
 int CompareTexts(const SData& left, const SData& right)
 {
     const std::u16string_view a = HeldUnits(left);
     const std::u16string_view b = HeldUnits(right);
-    for (std::size_t i = 0;; ++i) {
+    for (std::size_t i = CommonStart(a, b);; ++i) {
         const int unitA = i < a.size() ? a[i] : 0;
         const int unitB = i < b.size() ? b[i] : 0;
         if (unitA != unitB || unitA == 0)

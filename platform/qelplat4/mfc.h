@@ -31,7 +31,8 @@ public:
     const wchar_t* GetString() const { return m_text.c_str(); }
     operator const wchar_t*() const { return m_text.c_str(); }
     /// The whole text, embedded zeros included.
-    const std::wstring& Text() const { return m_text; }
+    const std::wstring& Text() const& { return m_text; }
+    std::wstring Text() && { return std::move(m_text); }
 
 private:
     std::wstring m_text;

@@ -304,3 +304,23 @@ TEST(PropertyEncoding, EmptyBlobReferenceIsAShortStream)
     EXPECT_TRUE(value.IsNull());
     EXPECT_EQ(CodeThrownBy([&] { qel::DecodeFrom(nullptr, 0, value); }), 10011U);
 }
+
+TEST(StoredForm, IsCheckedExactlyAsItIsRead)
+{
+    for (const CQelProperty& value :
+         {CQelProperty(), Int(5), Text(L"red"), Amount(1.5, L"EUR"), Blob("abc"), Link(L"")}) {
+        TavBlob blob;
+        qel::EncodeInto(blob, value);
+        for (unsigned int size = 0; size <= blob.GetSize(); ++size) {
+            for (unsigned int flipped = 0; flipped < size; ++flipped) {
+                std::vector<unsigned char> bytes(blob.GetData(), blob.GetData() + size);
+                bytes[flipped] ^= 0xFF;
+                CQelProperty read;
+                EXPECT_EQ(CodeThrownBy([&] { qel::CheckStored(bytes.data(), size); }),
+                          CodeThrownBy([&] { qel::DecodeFrom(bytes.data(), size, read); }))
+                    << size << " " << flipped;
+            }
+        }
+        EXPECT_EQ(CodeThrownBy([&] { qel::CheckStored(blob.GetData(), blob.GetSize()); }), 0u);
+    }
+}

@@ -204,3 +204,31 @@ TEST(PropertyOrdering, EveryPairOfTypesAndOddPayloadsCanBeAsked)
     }
     EXPECT_GT(ordered, 0);
 }
+
+// Texts compared four units at a time must stand as if they were compared one by one.
+TEST(PropertyOrdering, LongTextsStandAsTheirUnitsDo)
+{
+    for (std::size_t length = 0; length < 13; ++length) {
+        const std::wstring text(length, L'a');
+        EXPECT_EQ(Relation(Text(text), Text(text)), "equal");
+        EXPECT_EQ(Relation(Text(text), Text(text + L'a')), "less");
+        for (std::size_t at = 0; at < length; ++at) {
+            for (const wchar_t unit : {L'\x01', L'b', L'\x80', L'\xffff'}) {
+                std::wstring other = text;
+                other[at] = unit;
+                EXPECT_EQ(Relation(Text(text), Text(other)), unit > L'a' ? "less" : "greater")
+                    << length << at;
+            }
+        }
+    }
+}
+
+TEST(PropertyOrdering, NothingBehindATerminatorCounts)
+{
+    for (std::size_t before = 0; before < 9; ++before) {
+        const std::wstring start = std::wstring(before, L'a') + std::wstring(1, L'\0');
+        EXPECT_EQ(Relation(Text(start + L"bcdefgh"), Text(start + L"ijklmno")), "equal") << before;
+        EXPECT_EQ(Relation(Text(start + L"bcdefgh"), Text(std::wstring(before, L'a'))), "equal") << before;
+        EXPECT_EQ(Relation(Text(start + L"bcdefgh"), Text(std::wstring(before + 1, L'a'))), "less") << before;
+    }
+}
