@@ -3,6 +3,7 @@
 
 #include "lamps.h"
 
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -15,6 +16,11 @@ struct SChange
     /// True for the two that pass a transaction that cannot begin for success.
     bool quietStart = false;
 };
+
+inline void PrintTo(const SChange& change, std::ostream* out)
+{
+    *out << change.name;
+}
 
 /// On the database that FillForChanges makes. Each of them succeeds there and changes what is stored.
 inline const std::vector<SChange>& EveryChange()
