@@ -1,6 +1,9 @@
 // at_rest_test.cpp: the form of the file while it is closed, and what lies beside it.
 #include "store_fixture.h"
 
+#include <sqlite3.h>
+#include <support/fault_vfs.h>
+
 #include <filesystem>
 
 namespace fs = std::filesystem;
@@ -176,6 +179,41 @@ TEST_F(StoreAtRest, LogThatCannotGoKeepsTheStoreFromOpening)
     fs::create_directories(folder.File(L"s.qdb-wal/in the way"));
     EXPECT_THAT(store.Open(path, false), Gives(17310));
     EXPECT_THAT(store.Open(path, true), Gives(17308));
+}
+
+TEST_F(StoreAtRest, ChangeOfFormThatWasCutShortIsUndoneAndClearedAway)
+{
+    CFaultVfs disk;
+    bool met = true, sawJournal = false;
+    for (int passing = 0; met; ++passing) {
+        SCOPED_TRACE(passing);
+        Create();
+        disk.FailAfter(passing, SQLITE_IOERR);
+        Put(store, 1, 1, "one");
+        met = disk.Changes() > passing;
+        disk.FailNothing();
+        fs::remove(folder.File(L"k.qdb-journal"));
+        CopyAsKilled();
+        WriteFile(folder.File(L"k.qdb-wal"), ""); // as made, but not yet written to
+        sawJournal = sawJournal || fs::exists(folder.File(L"k.qdb-journal"));
+        CDovBlobDB recovered;
+        ASSERT_THAT(recovered.Open(killed, false), Succeeds());
+        EXPECT_EQ(Dump(recovered, 1), "");
+        EXPECT_THAT(recovered.Close(), Succeeds());
+        store.Close();
+        EXPECT_EQ(folder.Names(), "k.qdb s.qdb");
+    }
+    EXPECT_TRUE(sawJournal);
+}
+
+TEST_F(StoreAtRest, RemovedBytesAreOverwritten)
+{
+    Create();
+    Put(store, 1, 1, "a secret that nobody shall read");
+    Put(store, 1, 2, "kept");
+    store.Remove({1, 1});
+    store.Close();
+    EXPECT_EQ(ReadFile(folder.File(L"s.qdb")).find("secret"), std::string::npos);
 }
 
 } // namespace

@@ -217,4 +217,24 @@ TEST_F(StorePromise, OfAFlushInsideABatchIsKeptByItsCommit)
     EXPECT_GT(vfs.Syncs(), before);
 }
 
+TEST_F(StorePromise, OfAWholeJournalIsKeptBeforeItsHeaderMakesItCount)
+{
+    CFaultVfs vfs;
+    Create();
+    Put(store, 1, 1, "x", 0); // leaves the engine at its lower safety level
+    vfs.Record();
+    ASSERT_THAT(store.Close(), Succeeds());
+    vfs.Record(false);
+    int syncs = 0;
+    bool journal = false;
+    for (const SEvent& event : vfs.Events()) {
+        journal = journal || event.file == "s.qdb-journal";
+        if (journal && event.file == "s.qdb")
+            break;
+        if (event.kind == SEvent::eSync && event.file == "s.qdb-journal")
+            ++syncs;
+    }
+    EXPECT_EQ(syncs, 2);
+}
+
 } // namespace

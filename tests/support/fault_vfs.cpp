@@ -159,6 +159,13 @@ constexpr sqlite3_io_methods kMethods = {1,
                                          nullptr,
                                          nullptr};
 
+/// Keeps the state for the connections that are still open when the test has done with it.
+void KeepForGood(std::shared_ptr<SState> state)
+{
+    static std::vector<std::shared_ptr<SState>> kept;
+    kept.push_back(std::move(state));
+}
+
 SState& StateOf(sqlite3_vfs* vfs)
 {
     return *static_cast<SState*>(vfs->pAppData);
@@ -205,8 +212,9 @@ int FullPathname(sqlite3_vfs* vfs, const char* path, int size, char* out)
 
 } // namespace
 
-CFaultVfs::CFaultVfs() : m_state(std::make_unique<SState>())
+CFaultVfs::CFaultVfs() : m_state(std::make_shared<SState>())
 {
+    KeepForGood(m_state);
     SState& state = *m_state;
     state.real = sqlite3_vfs_find(nullptr);
     state.vfs = *state.real;
@@ -223,6 +231,8 @@ CFaultVfs::CFaultVfs() : m_state(std::make_unique<SState>())
 
 CFaultVfs::~CFaultVfs()
 {
+    FailNothing();
+    Record(false);
     sqlite3_vfs_unregister(&m_state->vfs);
     sqlite3_vfs_register(m_state->real, 1);
 }

@@ -8,8 +8,8 @@
 
 namespace qeltest {
 
-/// Stands between SQLite and the files while it lives; every connection opened meanwhile goes through it, and
-/// must be closed before it ends. One at a time, on one thread.
+/// Stands between SQLite and the files of every connection that is opened while it lives. One at a time, on
+/// one thread. A connection may outlive it and then meets no more failures.
 class CFaultVfs
 {
 public:
@@ -59,7 +59,7 @@ public:
     struct SState;
 
 private:
-    std::unique_ptr<SState> m_state;
+    std::shared_ptr<SState> m_state;
 };
 
 } // namespace qeltest
