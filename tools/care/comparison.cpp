@@ -213,4 +213,13 @@ SCompared Compare(CContext& context, CPropertyFile& left, CPropertyFile& right, 
     return compared;
 }
 
+std::string CountsText(const SCompared& compared)
+{
+    const auto counted = [](unsigned long long count, const char* thing) {
+        return GroupedText(count) + ' ' + thing + (count == 1 ? "" : "s");
+    };
+    return counted(compared.tables, "table") + ", " + counted(compared.records, "record") + ", " +
+           counted(compared.values, "value");
+}
+
 } // namespace tool

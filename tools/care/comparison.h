@@ -19,4 +19,7 @@ struct SCompared
 /// what they refer to. A value that is not stored is the same as a stored Null.
 SCompared Compare(CContext& context, CPropertyFile& left, CPropertyFile& right, CFindings& findings);
 
+/// "2 tables, 12,034 records, 96,272 values"
+std::string CountsText(const SCompared& compared);
+
 } // namespace tool

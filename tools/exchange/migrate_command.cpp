@@ -29,15 +29,6 @@ void CopyAll(CContext& context, CPropertyFile& source, CPropertyFile& target)
     }
 }
 
-std::string Counts(const SCompared& compared)
-{
-    const auto counted = [](unsigned long long count, const char* thing) {
-        return GroupedText(count) + ' ' + thing + (count == 1 ? "" : "s");
-    };
-    return counted(compared.tables, "table") + ", " + counted(compared.records, "record") + ", " +
-           counted(compared.values, "value");
-}
-
 } // namespace
 
 EExit RunMigrate(CContext& context)
@@ -63,7 +54,7 @@ EExit RunMigrate(CContext& context)
         return EExit::eFaults;
     }
     target.Publish();
-    context.Tell(std::string(context.IsDryRun() ? "would have migrated " : "migrated ") + Counts(compared) +
+    context.Tell(std::string(context.IsDryRun() ? "would have migrated " : "migrated ") + CountsText(compared) +
                  " to " + kind + "; both files are alike");
     return EExit::eDone;
 }

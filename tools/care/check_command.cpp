@@ -1,0 +1,58 @@
+// check_command.cpp: the command check.
+#include "care.h"
+#include "definition_check.h"
+#include "output/output.h"
+#include "output/progress.h"
+#include "value_check.h"
+
+namespace tool {
+namespace {
+
+std::string Counted(unsigned long long count, const char* thing)
+{
+    return GroupedText(count) + ' ' + thing + (count == 1 ? "" : "s");
+}
+
+/// @return null where the file is too damaged to be opened, which is a finding
+std::unique_ptr<CPropertyFile> OpenOrFind(CContext& context, CFindings& findings)
+{
+    try {
+        return context.OpenFile(EAccess::eRead);
+    } catch (const SFailure& failure) {
+        if (failure.exit != EExit::eFaults)
+            throw;
+        findings.Add({"open", "", 0, "", failure.message + " (" + std::to_string(failure.code) + ")"});
+        return nullptr;
+    }
+}
+
+void CheckFile(CContext& context, CPropertyFile& file, CFindings& findings, SChecked& checked)
+{
+    const std::vector<CQelTable> tables = file.Tables();
+    checked.tables = tables.size();
+    CheckDefinitions(tables, findings);
+    if (file.Kind() == EKind::eSQLite)
+        CheckSQLite(context, file, tables, findings, checked);
+    else
+        CheckLegacy(context, file, tables, findings, checked);
+}
+
+} // namespace
+
+EExit RunCheck(CContext& context)
+{
+    constexpr unsigned long kUsual = 1000;
+    COutput output(context);
+    CFindings findings(context, output.Stream(), context.Arguments().Number("--limit", kUsual));
+    SChecked checked;
+    if (const std::unique_ptr<CPropertyFile> file = OpenOrFind(context, findings))
+        CheckFile(context, *file, findings, checked);
+    findings.Finish();
+    output.Finish();
+    context.Tell((findings.Count() == 0 ? "no faults" : Counted(findings.Count(), "fault")) + " in " +
+                 Counted(checked.tables, "table") + ", " + Counted(checked.records, "record") + ", " +
+                 Counted(checked.values, "value"));
+    return findings.Count() == 0 ? EExit::eDone : EExit::eFaults;
+}
+
+} // namespace tool
