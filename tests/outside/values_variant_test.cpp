@@ -129,6 +129,7 @@ COleVariant OfBool(short held)
 COleVariant OfNothing(VARTYPE type)
 {
     COleVariant value;
+    value.bstrVal = nullptr;
     value.vt = type;
     return value;
 }
@@ -166,6 +167,10 @@ INSTANTIATE_TEST_SUITE_P(
                     SFromRow{"Date", kMoment, 7, true, Date(45000)},
                     SFromRow{"Time", kMoment, 8, true, Time(0.75)},
                     SFromRow{"DateTime", kMoment, 14, true, DateTime(45000.75)},
+                    SFromRow{"DateOutsideTheCalendar", COleVariant(1e9, VT_DATE), 7, true, Date(0)},
+                    SFromRow{"DateTimeAsItStands", COleVariant(1e9, VT_DATE), 14, true, DateTime(1e9)},
+                    SFromRow{"NoTextAsText", OfNothing(VT_BSTR), 1, true, Text(L"")},
+                    SFromRow{"NoTextAsLink", OfNothing(VT_BSTR), 11, true, Link(L"")},
                     SFromRow{"NumberAsBool", COleVariant(5), 9, true, Bool(true)},
                     SFromRow{"TrueAsBool", OfBool(-1), 9, true, Bool(true)},
                     SFromRow{"OneIsNotExactlyTrue", OfBool(1), 9, true, Bool(false)},
