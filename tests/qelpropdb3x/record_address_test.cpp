@@ -145,6 +145,21 @@ INSTANTIATE_TEST_SUITE_P(Rows, LegacySchemaTable,
                                          SSchemaTable{"CutToThree", 131075, 3}),
                          [](const auto& row) { return std::string(row.param.name); });
 
+TEST_F(LegacySchemaSelector, DamagedRecordOccupiesItsPlace)
+{
+    StoreBytes(77, 1, "a text of some length");
+    db.Close();
+    std::string file = ReadFile(folder.File(L"legacy.store"));
+    file[file.find("some length")] = 'X';
+    WriteFile(folder.File(L"legacy.store"), file);
+    Reopen();
+    EXPECT_EQ(StoredHex(db, 77, 1), "code 10016");
+    EXPECT_THAT(qel::IsOccupied(db.BlobDB(), {77, 1}), Succeeds());
+    EXPECT_THAT(qel::IsOccupied(db.BlobDB(), {77, 2}), Gives(10020));
+    db.Close();
+    EXPECT_THAT(qel::IsOccupied(db.BlobDB(), {77, 1}), Gives(17500));
+}
+
 TEST(LegacyAddress, SelectorIsTheLowSixteenBits)
 {
     EXPECT_EQ(qel::SelectorOf(1000), 1000);

@@ -102,6 +102,13 @@ TEST_F(LegacyRecordIds, RecordRemovedPastTheDatabaseIsNotReused)
     EXPECT_EQ(Add(lamps, {}), 5U);
 }
 
+TEST_F(LegacyRecordIds, EmptyTableIsListedAgainEveryTime)
+{
+    EXPECT_EQ(Add(lamps, {}), 2U); // nothing was listed, so that the list still counts as not made
+    ASSERT_THAT(db.BlobDB().Remove({1000, 2}), Succeeds());
+    EXPECT_EQ(Add(lamps, {}), 2U);
+}
+
 TEST_F(LegacyRecordIds, RemovingWhatIsMissingDropsTheListToo)
 {
     EXPECT_THAT(AddGiven(10), Succeeds());
