@@ -6,6 +6,11 @@
 #include <algorithm>
 
 namespace qel {
+namespace {
+
+constexpr std::size_t kEntriesPerBlock = 1024;
+
+} // namespace
 
 CRecordOrder::CRecordOrder(const std::vector<SSortKey>& keys)
 {
@@ -21,13 +26,25 @@ CRecordOrder::CRecordOrder(const std::vector<SSortKey>& keys)
 
 void CRecordOrder::Add(unsigned long recordOid, std::vector<SQelPropColumnData>& record)
 {
-    m_entries.push_back({recordOid, record.size(), m_values.size()});
+    std::vector<CQelProperty>& values = RoomForValues();
+    const std::size_t first = values.size();
     for (const std::size_t position : m_positions) {
         if (position < record.size())
-            m_values.push_back(std::move(record[position].value));
+            values.push_back(std::move(record[position].value));
         else
-            m_values.emplace_back();
+            values.emplace_back();
     }
+    m_entries.push_back({recordOid, record.size(), values.data() + first});
+}
+
+// The block that takes the values of the next entry without moving those that it holds.
+std::vector<CQelProperty>& CRecordOrder::RoomForValues()
+{
+    if (m_blocks.empty() || m_blocks.back().capacity() - m_blocks.back().size() < m_positions.size()) {
+        m_blocks.emplace_back();
+        m_blocks.back().reserve(kEntriesPerBlock * m_positions.size());
+    }
+    return m_blocks.back();
 }
 
 void CRecordOrder::List(std::vector<unsigned long>& oids)
@@ -47,8 +64,8 @@ bool CRecordOrder::IsBefore(const SEntry& a, const SEntry& b) const
     for (const SKey& key : m_keys) {
         if (key.position >= common)
             continue;
-        const CQelProperty& left = m_values[a.firstValue + key.slot];
-        const CQelProperty& right = m_values[b.firstValue + key.slot];
+        const CQelProperty& left = a.values[key.slot];
+        const CQelProperty& right = b.values[key.slot];
         // No value is less than one that it equals, so that half of the answers take one comparison.
         if (left < right)
             return key.ascending;

@@ -63,15 +63,16 @@ private:
     {
         unsigned long recordOid;
         std::size_t recordSize;
-        std::size_t firstValue;
+        const CQelProperty* values; // one a slot
     };
 
+    std::vector<CQelProperty>& RoomForValues();
     bool IsBefore(const SEntry& a, const SEntry& b) const;
 
     std::vector<SKey> m_keys;
     std::vector<std::size_t> m_positions; // one a slot, all different
     std::vector<SEntry> m_entries;
-    std::vector<CQelProperty> m_values; // m_positions.size() of each entry
+    std::vector<std::vector<CQelProperty>> m_blocks; // none outgrows its memory, so that values never move
 };
 
 } // namespace qel

@@ -67,7 +67,7 @@ unsigned int UpdateDisplayOrders(CQelSQLite* db, const TColumns& columns, CDovLo
     statement.Prepare(L"UPDATE qeltpc SET cdo=?2 WHERE oid=?1");
     for (std::size_t i = 0; i < columns.size(); ++i) {
         statement.Reset();
-        statement.BindInt(1, columns[i].oid);
+        statement.BindInt(1, static_cast<long long>(columns[i].oid));
         statement.BindInt(2, orders[i]);
         const unsigned int code = CQelSQLite::MapQelERR(statement.Execute());
         if (code != qel::kSuccess)
