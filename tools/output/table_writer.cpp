@@ -79,9 +79,9 @@ void CTableWriter::FitToScreen(std::vector<std::size_t>& widths) const
             return;
         // Down to the next widest in one step, so that a text of a million letters costs no million steps.
         std::size_t next = kNarrowest;
-        for (const std::size_t width : widths) {
-            if (width < *widest)
-                next = std::max(next, width);
+        for (auto width = widths.begin(); width != widths.end(); ++width) {
+            if (width != widest)
+                next = std::max(next, *width);
         }
         const std::size_t step = std::min(total - m_style.width, std::max<std::size_t>(1, *widest - next));
         *widest -= step;
