@@ -49,6 +49,7 @@ class BothKinds : public testing::TestWithParam<const char*>
 protected:
     /// Makes cars.db with the tables Makers (records 1 to 3) and Cars (records 1, 2 and 7).
     void SetUp() override;
+    void MakeCars();
 
     SRun Run(const std::string& arguments) { return program.Run(arguments); }
     /// The output of a run that must end well.

@@ -101,7 +101,7 @@ SCommand Load()
         {FileArgument("the file to make"),
          {"INPUT", "the dump; standard input where none is named", false, false, ENames::eFile}},
         {FormatOption("that of the dump where none is given"), ForceOption(), DryRunOption()},
-        {},
+        {{"gzip -dc cars.jsonl.gz | qelprop load copy.db", ""}},
         false,
         RunLoad};
 }
