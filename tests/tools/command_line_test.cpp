@@ -131,7 +131,6 @@ TEST(Descriptions, NameEachCommandOnceWithAnExampleAndWhatItDoes)
         for (const tool::SExample& example : command.examples)
             EXPECT_THAT(example.line, testing::HasSubstr("qelprop " + command.name));
     }
-    EXPECT_GE(seen.size(), 28U);
 }
 
 TEST(Descriptions, GiveNoCommandTwoOptionsOfOneName)

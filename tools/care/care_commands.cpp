@@ -68,7 +68,7 @@ SCommand Compare()
         "are any.",
         {FileArgument(), {"OTHER", "the file to compare with", true, false, ENames::eFile}},
         {LimitOption()},
-        {},
+        {{"qelprop compare old.store cars.db", ""}},
         true,
         RunCompare};
 }
