@@ -2,12 +2,12 @@
 #include "exchange/json_value.h"
 
 #include "exchange/value_parts.h"
-#include "random_values.h"
 #include "support/row_name.h"
 #include "support/sample_values.h"
 
 #include <gtest/gtest.h>
-#include <rapidcheck/gtest.h>
+
+#include <limits>
 
 using namespace qeltest;
 using tool::CurrencyOf;
@@ -123,18 +123,6 @@ TEST(ExactJson, DamagedBytesAreRefused)
     std::string error;
     EXPECT_FALSE(tool::FromExactJson({{"$stored", "BAABAA=="}}, EType::eInt, back, error));
     EXPECT_EQ(back, Int(7));
-}
-
-RC_GTEST_PROP(JsonValue, EveryValueSurvives, ())
-{
-    const EType type = RandomType();
-    const CQelProperty value = RandomValue(type, ETexts::eAny);
-    nlohmann::json json;
-    CQelProperty back;
-    std::string error;
-    RC_ASSERT(tool::ParseJson(tool::ToJson(value).dump(), json, error));
-    RC_ASSERT(tool::FromJson(json, type, back, error));
-    RC_ASSERT(tool::IsSameValue(back, value));
 }
 
 } // namespace

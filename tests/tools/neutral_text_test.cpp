@@ -3,12 +3,12 @@
 
 #include "adaptor/failure.h"
 #include "exchange/value_parts.h"
-#include "random_values.h"
 #include "support/row_name.h"
 #include "support/sample_values.h"
 
 #include <gtest/gtest.h>
-#include <rapidcheck/gtest.h>
+
+#include <limits>
 
 using namespace qeltest;
 using tool::CurrencyOf;
@@ -139,18 +139,6 @@ TEST(NeutralText, OldCurrencySymbolDoesNotStay)
     std::string error;
     ASSERT_TRUE(tool::FromNeutralText("5", EType::eInt, value, error));
     EXPECT_EQ(value.GetCurrencySymbol(), L"");
-}
-
-RC_GTEST_PROP(NeutralText, EveryValueSurvives, ())
-{
-    const EType type = RandomType();
-    const CQelProperty value = RandomValue(type, ETexts::eWellFormed);
-    if (value.IsNull())
-        return;
-    CQelProperty back;
-    std::string error;
-    RC_ASSERT(tool::FromNeutralText(tool::ToNeutralText(value), type, back, error));
-    RC_ASSERT(tool::IsSameValue(back, value));
 }
 
 } // namespace
