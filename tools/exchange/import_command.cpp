@@ -153,7 +153,7 @@ unsigned long long PutAll(CContext& context, CRecordSource& source, CImporter& i
                 throw;
             }
             ++refused;
-            rejects.Put(source.Header(), record.raw);
+            rejects.Put(source.Header(), source.Raw(record));
         }
     }
     rejects.Finish();

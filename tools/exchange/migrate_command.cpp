@@ -54,8 +54,8 @@ EExit RunMigrate(CContext& context)
         return EExit::eFaults;
     }
     target.Publish();
-    context.Tell(std::string(context.IsDryRun() ? "would have migrated " : "migrated ") + CountsText(compared) +
-                 " to " + kind + "; both files are alike");
+    context.Tell(std::string(context.IsDryRun() ? "would have migrated " : "migrated ") +
+                 CountsText(compared) + " to " + kind + "; both files are alike");
     return EExit::eDone;
 }
 

@@ -19,7 +19,7 @@ struct SSourceRecord
     unsigned long long line = 0;
     unsigned long oid = 0; ///< 0 where none is given
     CRecord values;
-    std::string raw;                 ///< as it stood, so that it can be put aside; without a line end
+    std::string raw;                 ///< its text, where the source has it in one piece
     std::optional<SFailure> refusal; ///< why it cannot be taken; `values` is then incomplete
 };
 
@@ -67,6 +67,8 @@ public:
     virtual bool Next(SSourceRecord& record) = 0;
     /// What stands before the records in a file of the same form; empty for nothing.
     virtual std::string Header() const { return {}; }
+    /// The record that was read last as it stood, without a line end, so that it can be put aside.
+    virtual std::string Raw(const SSourceRecord& record) const { return record.raw; }
     virtual unsigned long long BytesRead() const = 0;
 
 protected:

@@ -22,6 +22,7 @@ public:
 
     bool Next(SSourceRecord& record) override;
     std::string Header() const override { return m_header; }
+    std::string Raw(const SSourceRecord&) const override { return CsvLine(m_row.fields, m_separator); }
     unsigned long long BytesRead() const override { return m_reader.BytesRead(); }
 
 private:
@@ -112,8 +113,6 @@ bool CSeparatedSource::Next(SSourceRecord& record)
                                                  Counted(m_targets.size(), "column"));
     for (std::size_t index = 0; index < m_row.fields.size() && !record.refusal; ++index)
         ReadField(m_row.fields[index], index, record);
-    // A row is put aside only when it is refused, by this source or later for its key.
-    record.raw = CsvLine(m_row.fields, m_separator);
     return true;
 }
 
