@@ -83,7 +83,8 @@ if [ $# -eq 0 ]; then
         grep -qxF -- "\$ $example" "$here"/*.txt && continue
         echo "no transcript: $example"
         faults=$((faults + 1))
-    done < <(for command in $("$program" --help | awk '/^  [a-z-]+  / { print $1 }'); do
+    done < <("$program" --help | awk '/^First steps:/ { on = 1; next } /^$/ { on = 0 } on && /^  [^ ]/ { print substr($0, 3) }'
+    for command in $("$program" --help | awk '/^  [a-z-]+  / { print $1 }'); do
         "$program" "$command" --help | awk '/^Examples:/ { on = 1; next } /^$/ { on = 0 } on && /^  [^ ]/ { print substr($0, 3) }'
     done)
 fi

@@ -55,6 +55,20 @@ const std::vector<SCommand>& AllCommands()
     return kCommands;
 }
 
+const std::vector<SExample>& FirstSteps()
+{
+    static const std::vector<SExample> kSteps = {
+        {"qelprop init cars.db", "make a database"},
+        {"qelprop add-table cars.db Makers Name:string Country:string", "and tables with their columns"},
+        {"qelprop add-table cars.db Cars Model:string Price:currency:EUR Maker:reference:Makers.Name", ""},
+        {"qelprop add cars.db Makers Name=Volvo Country=Sweden", "put records in; each gets an oid"},
+        {"qelprop add cars.db Cars Model=Duett Price=1200 Maker=@1", "and refer to others by theirs"},
+        {"qelprop list cars.db Cars", "look at them"},
+        {"qelprop export cars.db Cars --csv -O cars.csv", "carry them elsewhere"},
+    };
+    return kSteps;
+}
+
 const SCommand* FindCommand(const std::string& name)
 {
     const std::vector<SCommand>& all = AllCommands();

@@ -11,6 +11,8 @@ const std::vector<SOption>& GlobalOptions();
 const std::vector<SOption>& OutputOptions();
 /// All commands, in the order in which help shows them.
 const std::vector<SCommand>& AllCommands();
+/// A first database, step by step.
+const std::vector<SExample>& FirstSteps();
 /// The command of this name; null when there is none.
 const SCommand* FindCommand(const std::string& name);
 /// "Look", "Define" and so on.

@@ -74,10 +74,10 @@ CLines OptionLines(const std::vector<SOption>& options)
     return lines;
 }
 
-std::string Examples(const SCommand& command)
+std::string Examples(const std::string& title, const std::vector<SExample>& examples)
 {
-    std::string text = command.examples.empty() ? "" : "\nExamples:\n";
-    for (const SExample& example : command.examples) {
+    std::string text = examples.empty() ? "" : '\n' + title + ":\n";
+    for (const SExample& example : examples) {
         text += "  " + example.line + '\n';
         if (!example.help.empty())
             text += "      " + Wrap(example.help, 6) + '\n';
@@ -115,10 +115,11 @@ std::string Usage(const SCommand& command)
 
 std::string ProgramHelp()
 {
-    std::string text = "qelprop - look into property databases, change them, carry data in and out\n\n"
-                       "Usage: qelprop [OPTIONS] COMMAND FILE [TABLE] [ARGUMENTS]\n\n"
-                       "FILE is an SQLite database or a legacy store; the program tells which.\n"
-                       "Tables, columns and records may be given as @OID.\n";
+    std::string text = "qelprop - look into property databases, change them, carry data in and out\n";
+    text += Examples("First steps", FirstSteps());
+    text += "\nUsage: qelprop [OPTIONS] COMMAND FILE [TABLE] [ARGUMENTS]\n\n"
+            "FILE is an SQLite database or a legacy store; the program tells which.\n"
+            "Tables, columns and records may be given as @OID.\n";
     EGroup group = EGroup::eShell;
     CLines lines;
     for (const SCommand& command : AllCommands()) {
@@ -132,14 +133,14 @@ std::string ProgramHelp()
     text += Section(GroupTitle(group), lines);
     text += Section("Options of every command", OptionLines(GlobalOptions()));
     text += Section("Output", OptionLines(OutputOptions()));
-    return text + "\n'qelprop COMMAND --help' shows examples first; exit status: 0 done, 1 failed, 2 usage,\n"
-                  "3 not found, 4 refused, 5 faults found.\n";
+    return text + "\n'qelprop COMMAND --help' shows examples first. Exit status: 0 done, 1 failed,\n"
+                  "2 usage, 3 not found, 4 refused, 5 faults found.\n";
 }
 
 std::string CommandHelp(const SCommand& command)
 {
     std::string text = "qelprop " + command.name + " - " + command.summary + '\n';
-    text += Examples(command);
+    text += Examples("Examples", command.examples);
     text += "\nUsage: " + Usage(command) + '\n';
     text += Paragraphs(command.description);
     CLines arguments;

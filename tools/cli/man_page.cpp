@@ -53,19 +53,50 @@ std::string Paragraphs(const std::string& description)
     return text;
 }
 
-std::string CommandEntry(const SCommand& command)
+std::string Examples(const std::vector<SExample>& examples)
 {
-    std::string text = ".SS " + Masked(command.name) + '\n' + Masked(command.summary) + '\n';
-    text += ".PP\n.B " + Masked(Usage(command)) + '\n';
-    for (const SExample& example : command.examples) {
+    std::string text;
+    for (const SExample& example : examples) {
         text += ".PP\n.EX\n" + Masked(example.line) + "\n.EE\n";
         if (!example.help.empty())
             text += ".RS\n" + Masked(example.help) + "\n.RE\n";
     }
+    return text;
+}
+
+std::string CommandEntry(const SCommand& command)
+{
+    std::string text = ".SS " + Masked(command.name) + '\n' + Masked(command.summary) + '\n';
+    text += ".PP\n.B " + Masked(Usage(command)) + '\n';
+    text += Examples(command.examples);
     text += Paragraphs(command.description);
     for (const SPositional& positional : command.positionals)
         text += ".TP\n\\fI" + Masked(positional.name) + "\\fR\n" + Masked(positional.help) + '\n';
     return text + OptionEntries(command.options);
+}
+
+/// How values are written in arguments and in files that are exchanged.
+std::string ValuesAsText()
+{
+    const std::pair<const char*, const char*> forms[] = {
+        {"Null",
+         "'null' in an argument where the column is no text; in CSV nothing between the separators, in "
+         "JSON null; a dot in mid-height in a table"},
+        {"the empty text", "nothing behind the '=' of an argument; \"\" in CSV and JSON"},
+        {"integers, references", "digits, all 64 bits; a reference also @7, the oid of a record"},
+        {"double", "1200.5, 1e-300, nan, inf; always with a full stop"},
+        {"boolean", "true or false"},
+        {"date, time, datetime", "2024-02-29, 13:05:09, 2024-02-29T13:05:09; ole:45000.1234 where the number "
+                                 "held is no calendar date"},
+        {"currency", "12.50 or 12.5000 EUR; in JSON {\"amount\":\"12.5000\",\"symbol\":\"EUR\"}"},
+        {"binary", "base64; in JSON {\"$base64\":true,\"encoded\":\"...\"}; NAME@=FILE takes a file's bytes"},
+    };
+    std::string text = ".SH VALUES AS TEXT\n"
+                       "Tables are for people and follow the user's regional settings. All else is the same\n"
+                       "everywhere, unless \\fB\\-\\-locale\\fR asks for the rules of a locale.\n";
+    for (const auto& [what, form] : forms)
+        text += ".TP\n" + Masked(what) + '\n' + Masked(form) + '\n';
+    return text;
 }
 
 constexpr const char* kExitStatus =
@@ -91,6 +122,7 @@ std::string ManPage()
             "\\fIFILE\\fR is an SQLite database or a legacy store; the program tells which.\n"
             "Tables, columns and records may be given as @\\fIOID\\fR.\n"
             "Reading commands never change a file; each writing command is one transaction.\n";
+    text += ".SH FIRST STEPS\n" + Examples(FirstSteps());
     EGroup group = EGroup::eShell;
     for (const SCommand& command : AllCommands()) {
         if (command.group != group)
@@ -100,6 +132,7 @@ std::string ManPage()
     }
     text += ".SH OPTIONS OF EVERY COMMAND\n" + OptionEntries(GlobalOptions());
     text += ".SH OUTPUT OPTIONS\n" + OptionEntries(OutputOptions());
+    text += ValuesAsText();
     return text + kExitStatus;
 }
 
