@@ -44,7 +44,8 @@ TEST(Help, KeepsItsTextWithinEightyColumns)
 {
     std::istringstream help(tool::ProgramHelp());
     for (std::string line; std::getline(help, line);)
-        EXPECT_LE(line.size(), 90U) << line; // an invocation is not broken
+        EXPECT_TRUE(line.size() <= 80 || line.rfind("  qelprop ", 0) == 0)
+            << line; // an invocation is not broken
 }
 
 TEST(Help, IsPrintedForTheProgramAndForACommand)
