@@ -25,7 +25,7 @@ CQelTable3X Table()
 
 bool IsRead(const TavBlob& bytes, const CQelTable3X& table, std::vector<SQelPropColumnData>& values)
 {
-    qel::PrepareValues(table, values);
+    qel::NameValues(table, values);
     try {
         qel::ReadSlots(bytes, table, values);
         return true;

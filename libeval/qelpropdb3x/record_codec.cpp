@@ -17,6 +17,7 @@ namespace qel {
 namespace {
 
 constexpr unsigned int kCountSize = 4;
+constexpr int kNoBias = 9999;
 
 bool IsSlotOf(int dataIndex, const std::vector<SQelPropColumnData>& values)
 {
@@ -74,20 +75,24 @@ void WriteSlots(TavBlob& bytes, const TSlots& slots)
         at = EncodeTo(at, ValueOf(slot));
 }
 
-void PrepareValues(const CQelTable3X& table, std::vector<SQelPropColumnData>& values)
+void NameValues(const CQelTable3X& table, std::vector<SQelPropColumnData>& values)
 {
     if (values.size() != table.Columns().size()) {
         values.clear();
         values.resize(table.Columns().size());
     }
-    for (SQelPropColumnData& element : values) {
+    for (SQelPropColumnData& element : values)
         element.columnOid = 0;
-        MakeNull(element.value);
-    }
     for (const CQelTable3X::SQelColumn& column : table.Columns()) {
         if (IsSlotOf(column.dataIndex, values))
             values[static_cast<std::size_t>(column.dataIndex)].columnOid = column.oid;
     }
+}
+
+void ClearValues(std::vector<SQelPropColumnData>& values)
+{
+    for (SQelPropColumnData& element : values)
+        MakeNull(element.value);
 }
 
 void ReadSlots(const TavBlob& bytes, const CQelTable3X& table, std::vector<SQelPropColumnData>& values)
@@ -97,14 +102,17 @@ void ReadSlots(const TavBlob& bytes, const CQelTable3X& table, std::vector<SQelP
     const unsigned int count = TakeCount(at, left);
     CQelProperty surplus;
     // The count is believed only as far as the bytes go.
-    for (std::size_t slot = 0; slot < count && left > 0; ++slot) {
-        const std::size_t taken = DecodeFrom(at, left, slot < values.size() ? values[slot].value : surplus);
+    std::size_t slot = 0;
+    for (; slot < count && left > 0; ++slot) {
+        CQelProperty& value = slot < values.size() ? values[slot].value : surplus;
+        value.SetTimeBIAS(kNoBias); // no part of what is stored
+        const std::size_t taken = DecodeFrom(at, left, value);
         at += taken;
         left -= taken;
     }
-    for (std::size_t slot = 0; slot < values.size(); ++slot) {
-        if (values[slot].columnOid == 0 && !HasColumnOfSlot(table, slot))
-            MakeNull(values[slot].value);
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        if (i >= slot || (values[i].columnOid == 0 && !HasColumnOfSlot(table, i)))
+            MakeNull(values[i].value);
     }
 }
 

@@ -81,11 +81,11 @@ unsigned int CQelPropDB3X::GetRecord(unsigned long tableOid, unsigned long recor
         const CQelTable3X* table = nullptr;
         if (const unsigned int refusal = FindOpenTable(operation, tableOid, table); refusal != kSuccess)
             return refusal;
-        qel::PrepareValues(*table, values);
+        qel::NameValues(*table, values);
         const auto address = qel::AddressOf(tableOid, recordOid);
         const unsigned int code = address ? ReadRecord(*table, *address, values) : qel::kNotFound;
         if (code != kSuccess)
-            qel::PrepareValues(*table, values);
+            qel::ClearValues(values);
         return code == qel::kNotFound ? operation.Refuse(code) : code;
     });
 }
