@@ -79,14 +79,17 @@ done
 
 # Every example of the help is kept here.
 if [ $# -eq 0 ]; then
+    examples=$(
+        "$program" --help | awk '/^First steps:/ { on = 1; next } /^$/ { on = 0 } on && /^  [^ ]/ { print substr($0, 3) }'
+        for command in $("$program" --help | awk '/^  [a-z-]+  / { print $1 }'); do
+            "$program" "$command" --help | awk '/^Examples:/ { on = 1; next } /^$/ { on = 0 } on && /^  [^ ]/ { print substr($0, 3) }'
+        done
+    )
     while IFS= read -r example; do
         grep -qxF -- "\$ $example" "$here"/*.txt && continue
         echo "no transcript: $example"
         faults=$((faults + 1))
-    done < <("$program" --help | awk '/^First steps:/ { on = 1; next } /^$/ { on = 0 } on && /^  [^ ]/ { print substr($0, 3) }'
-    for command in $("$program" --help | awk '/^  [a-z-]+  / { print $1 }'); do
-        "$program" "$command" --help | awk '/^Examples:/ { on = 1; next } /^$/ { on = 0 } on && /^  [^ ]/ { print substr($0, 3) }'
-    done)
+    done <<<"$examples"
 fi
 echo "$count runs, $faults faults"
 [ $faults -eq 0 ]

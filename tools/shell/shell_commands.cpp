@@ -12,7 +12,7 @@ std::vector<SCommand> ShellCommands()
              "The script completes commands, options, their values, files, tables and columns.",
              {{"SHELL", "bash"}},
              {},
-             {{"source <(qelprop completion bash)", "for this shell; into ~/.bashrc for all"}},
+             {{"eval \"$(qelprop completion bash)\"", "for this shell; into ~/.bashrc for all"}},
              false,
              RunCompletion}};
 }
