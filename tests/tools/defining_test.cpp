@@ -23,7 +23,8 @@ protected:
             std::string name;
             std::string type;
             cells >> oid >> name >> type;
-            columns += (columns.empty() ? "" : " ") + name + ":" + type;
+            columns += columns.empty() ? "" : " ";
+            columns.append(name).append(":").append(type);
         }
         return columns;
     }

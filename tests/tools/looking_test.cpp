@@ -138,6 +138,29 @@ TEST_P(Looking, WritesAFileCompleteOrNotAtAll)
     EXPECT_EQ(program.Names(), "cars.db names.csv");
 }
 
+TEST_P(Looking, NeverWritesItsAnswerOverTheDatabase)
+{
+    const std::string before = Bytes();
+    EXPECT_EQ(Refusal("list cars.db Cars -O cars.db"), "2 qelprop: --output: this is the database itself");
+    EXPECT_TRUE(Bytes() == before);
+}
+
+TEST_P(Looking, KeepsPermissionsAndLinkOfTheFileThatItReplaces)
+{
+    namespace fs = std::filesystem;
+    WriteFile(program.File(L"real.csv"), "old");
+    fs::permissions(program.File(L"real.csv"), fs::perms::owner_read | fs::perms::owner_write);
+    std::error_code error;
+    fs::create_symlink("real.csv", program.File(L"link.csv"), error);
+    if (error)
+        GTEST_SKIP() << "no links here";
+    Out("list cars.db Makers --columns Name -o plain -O link.csv");
+    EXPECT_TRUE(fs::is_symlink(program.File(L"link.csv")));
+    EXPECT_EQ(ReadFile(program.File(L"real.csv")), "DKW\nSaab\nVolvo\n");
+    EXPECT_EQ(fs::status(program.File(L"real.csv")).permissions(),
+              fs::perms::owner_read | fs::perms::owner_write);
+}
+
 TEST_P(Looking, CutsATableToTheScreenAlone)
 {
     program.SetScreen(12);

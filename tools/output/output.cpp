@@ -1,35 +1,25 @@
-// output.cpp: writes beside a file and renames when all is written.
+// output.cpp: writes to standard output, to a device, or beside a file that is renamed when all is written.
 #include "output.h"
 
 #include <qelplat4/native_path.h>
-#include <qelplat4/replace_file.h>
-
-#include <random>
 
 namespace tool {
 namespace {
 
-std::filesystem::path Beside(const std::filesystem::path& target)
-{
-    std::filesystem::path beside = target;
-    beside += "." + std::to_string(std::random_device()()) + ".part";
-    return beside;
-}
-
-/// A terminal, a pipe or a device is written to as it stands: there is nothing to rename.
-bool IsPlace(const std::filesystem::path& target)
+/// Whether a name is that of a device or a pipe, for which there is nothing to rename.
+bool IsDevice(const std::filesystem::path& target)
 {
     std::error_code error;
     const std::filesystem::file_status status = std::filesystem::status(target, error);
-    return !std::filesystem::exists(status) || std::filesystem::is_regular_file(status);
+    return std::filesystem::exists(status) && !std::filesystem::is_regular_file(status);
 }
 
-/// A link stays; what it leads to is replaced.
-std::filesystem::path Followed(const std::filesystem::path& target)
+void RefuseDatabase(const CContext& context, const std::filesystem::path& target)
 {
     std::error_code error;
-    const std::filesystem::path end = std::filesystem::canonical(target, error);
-    return error ? target : end;
+    const std::filesystem::path file = qel::NativePath(Wide(context.Arguments().Text("FILE")));
+    if (std::filesystem::equivalent(file, target, error))
+        throw UsageFailure("--output: this is the database itself");
 }
 
 } // namespace
@@ -39,26 +29,23 @@ COutput::COutput(CContext& context) : m_context(context)
     const std::string name = context.Arguments().Text("--output");
     if (name.empty() || name == "-")
         return;
-    m_target = Followed(qel::NativePath(Wide(name)));
-    if (IsPlace(m_target))
-        m_beside = Beside(m_target);
-    m_file.open(m_beside.empty() ? m_target : m_beside, std::ios::binary | std::ios::trunc);
+    const std::filesystem::path target = qel::NativePath(Wide(name));
+    RefuseDatabase(context, target);
+    if (!IsDevice(target))
+        m_part.emplace(name, true);
+    m_file.open(m_part ? qel::NativePath(m_part->Path()) : target, std::ios::binary | std::ios::trunc);
     if (!m_file)
         Fail("cannot write this file");
 }
 
 COutput::~COutput()
 {
-    if (m_beside.empty())
-        return;
-    m_file.close();
-    std::error_code error;
-    std::filesystem::remove(m_beside, error);
+    m_file.close(); // before the part goes
 }
 
 std::ostream& COutput::Stream()
 {
-    return m_target.empty() ? m_context.Out() : m_file;
+    return m_file.is_open() ? m_file : m_context.Out();
 }
 
 void COutput::Fail(const char* message) const
@@ -71,22 +58,15 @@ void COutput::Fail(const char* message) const
 
 void COutput::Finish()
 {
-    if (m_target.empty()) {
+    if (!m_file.is_open()) {
         m_context.Out().flush();
         return;
     }
     m_file.close();
     if (!m_file)
         Fail("cannot write all of the output");
-    if (m_beside.empty())
-        return;
-    std::error_code error;
-    const std::filesystem::file_status old = std::filesystem::status(m_target, error);
-    if (std::filesystem::exists(old))
-        std::filesystem::permissions(m_beside, old.permissions(), error);
-    if (!qel::ReplaceFileDurably(m_beside, m_target))
-        Fail("cannot put the finished file in its place");
-    m_beside.clear();
+    if (m_part)
+        m_part->Publish();
 }
 
 } // namespace tool

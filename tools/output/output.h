@@ -2,16 +2,19 @@
 #pragma once
 
 #include "cli/context.h"
+#include "part_file.h"
 
-#include <filesystem>
 #include <fstream>
+#include <optional>
 
 namespace tool {
 
-/// Standard output, or the file of -O, written beside its place and renamed by Finish. Not copied.
+/// Standard output, or the file of -O, which appears when Finish gives it its name; a device or a pipe that
+/// -O names is written to as it stands. Not copied.
 class COutput
 {
 public:
+    /// @throws SFailure  2 for the database itself, 1 for a file that cannot be written
     explicit COutput(CContext& context);
     COutput(const COutput&) = delete;
     COutput& operator=(const COutput&) = delete;
@@ -26,8 +29,7 @@ private:
     [[noreturn]] void Fail(const char* message) const;
 
     CContext& m_context;
-    std::filesystem::path m_target;
-    std::filesystem::path m_beside;
+    std::optional<CPartFile> m_part;
     std::ofstream m_file;
 };
 

@@ -22,10 +22,18 @@ SFailure Failure(EExit exit, const std::string& file, const std::string& message
     return failure;
 }
 
+/// A link stays; what it leads to is replaced.
+std::filesystem::path Followed(const std::filesystem::path& target)
+{
+    std::error_code error;
+    const std::filesystem::path end = std::filesystem::canonical(target, error);
+    return error ? target : end;
+}
+
 } // namespace
 
 CPartFile::CPartFile(const std::string& target, bool force)
-    : m_name(target), m_target(qel::NativePath(Wide(target)))
+    : m_name(target), m_target(Followed(qel::NativePath(Wide(target))))
 {
     std::error_code error;
     const std::filesystem::file_status status = std::filesystem::status(m_target, error);
@@ -62,6 +70,10 @@ unsigned long long CPartFile::Size() const
 
 void CPartFile::Publish()
 {
+    std::error_code error;
+    const std::filesystem::file_status replaced = std::filesystem::status(m_target, error);
+    if (std::filesystem::exists(replaced))
+        std::filesystem::permissions(m_part, replaced.permissions(), error);
     if (!qel::ReplaceFileDurably(m_part, m_target))
         throw Failure(EExit::eFailed, m_name, "cannot put the finished file in its place");
     m_published = true;
