@@ -66,6 +66,10 @@ write() {
 for transcript in "$here"/*.txt; do
     name=$(basename "$transcript" .txt)
     if [ $# -gt 0 ] && [[ " $* " != *" $name "* ]]; then continue; fi
+    if grep -q '^\$ script ' "$transcript" && ! script -qec true /dev/null </dev/null >/dev/null 2>&1; then
+        echo "skipped, no pseudo-terminal here: $name"
+        continue
+    fi
     if [ -n "$update" ]; then
         write "$transcript" "$(play "$transcript" sqlite)" "$(play "$transcript" legacy)"
         continue

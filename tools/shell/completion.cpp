@@ -106,12 +106,18 @@ _qelprop() {
         want=$(_qelprop_place "$command/$((places + 1))")
     fi
     case $want in
-    @file) compopt -o filenames 2>/dev/null; mapfile -t COMPREPLY < <(compgen -f -- "$cur") ;;
-    @folder) compopt -o filenames 2>/dev/null; mapfile -t COMPREPLY < <(compgen -d -- "$cur") ;;
+    @file) compopt -o filenames 2>/dev/null; _qelprop_reply "$(compgen -f -- "$cur")" ;;
+    @folder) compopt -o filenames 2>/dev/null; _qelprop_reply "$(compgen -d -- "$cur")" ;;
     @table) _qelprop_names "$cur" tables "${file/#\~/$HOME}" 2 ;;
     @column) _qelprop_names "$cur" schema "${file/#\~/$HOME}" 2 "$table" ;;
-    *) mapfile -t COMPREPLY < <(compgen -W "$want" -- "$cur") ;;
+    *) _qelprop_reply "$(compgen -W "$want" -- "$cur")" ;;
     esac
+}
+
+# One answer a line. A here-string, since process substitution needs /dev/fd, which not every system mounts.
+_qelprop_reply() {
+    COMPREPLY=()
+    [[ -z $1 ]] || mapfile -t COMPREPLY <<<"$1"
 }
 
 _qelprop_takes_value() {
@@ -123,8 +129,8 @@ _qelprop_takes_value() {
 _qelprop_names() {
     local name
     while IFS= read -r name; do
-        [[ $name == "$1"* ]] && COMPREPLY+=("$(printf %q "$name")")
-    done < <(qelprop "$2" "$3" ${5:+"$5"} --as plain 2>/dev/null | cut -f"$4")
+        [[ -n $name && $name == "$1"* ]] && COMPREPLY+=("$(printf %q "$name")")
+    done <<<"$(qelprop "$2" "$3" ${5:+"$5"} --as plain 2>/dev/null | cut -f"$4")"
 }
 
 complete -F _qelprop qelprop
