@@ -43,12 +43,13 @@ public:
     explicit CRandomFile(tool::EKind kind, std::size_t records, ETexts texts) : m_kind(kind)
     {
         const auto file = Create("a");
+        const CQelTable table = file->Tables().front();
         tool::CRecord record;
         for (std::size_t count = 0; count < records; ++count) {
             record.clear();
-            for (const CQelTable::SQelColumn& column : file->Tables().front().Columns())
+            for (const CQelTable::SQelColumn& column : table.Columns())
                 record.push_back({column.oid, RandomValue(column.type, texts)});
-            file->AddRecord(file->Tables().front().Properties().oid, record, kNoOid);
+            file->AddRecord(table.Properties().oid, record, kNoOid);
         }
         file->Commit();
     }
