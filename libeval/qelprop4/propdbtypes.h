@@ -19,13 +19,15 @@ enum EPropDBMessage
     ePropDBRecordRemoved = 7
 };
 
-/// Called on the caller's thread after a change was committed; its result is ignored.
+/// Called on the caller's thread after a change was committed.
+/// @param user  the number that the host gave with the callback
+/// @return handed on by DoNotify; no operation looks at it
 using TQelNotifyCallback = bool(QEL_STDCALL*)(EPropDBMessage message, unsigned long tableOid,
                                               unsigned long recordOid, unsigned int user);
 
 /// One value of a record. A record is a vector of these.
 struct SQelPropColumnData
 {
-    unsigned long columnOid = 0;
-    CQelProperty value;
+    unsigned long columnOid = 0; ///< whose value it is; each database says what it makes of 0
+    CQelProperty value;          ///< owned by the record
 };

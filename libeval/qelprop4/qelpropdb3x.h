@@ -27,8 +27,8 @@ class CLegacyOperation;
 /// nor removed (17201); new records can be added, and removing one of the tables leaves the records.
 ///
 /// A copy shares the open store, which is closed for all as soon as one of them closes it or ends; its
-/// catalogue does not follow changes made through another. The log is the host's and must outlive the object.
-/// One thread at a time.
+/// catalogue does not follow changes made through another. The log is the host's and must outlive the
+/// object. One thread at a time.
 class QELPROP4_API CQelPropDB3X : public CQelBase
 {
 public:
@@ -36,10 +36,12 @@ public:
     struct SSortItem
     {
         unsigned long column = 0; ///< column oid; one that the table lacks sorts by its first column
-        bool ascending = true;
+        bool ascending = true;    ///< false: from the largest value down
     };
 
+    /// Makes a database object that is not open.
     CQelPropDB3X();
+    /// Copies the catalogue and the settings; the copy works on the same open store.
     CQelPropDB3X(const CQelPropDB3X& other);
     CQelPropDB3X& operator=(const CQelPropDB3X& other);
     /// Closes the database, and with it the store of every copy.
@@ -47,8 +49,8 @@ public:
 
     /// Makes a new store file with an empty schema and leaves it open; an existing store is replaced.
     /// Message 0 is sent whatever the result.
-    /// @return the code of writing the schema: 17500 when the store could not be made (its own code is in the
-    ///         log)
+    /// @return the code of writing the schema: 17500 when the store could not be made (its own code is in
+    ///         the log)
     unsigned int Create(const std::wstring& path);
     /// Opens a store file and loads its catalogue. Message 0 is sent whatever the result.
     /// @return the code of loading the schema: 17500 when the store could not be opened (its own code is in
@@ -62,10 +64,13 @@ public:
     /// The store, for the host's own work on it. A batch that the host opens there covers every operation but
     /// TableRemoveColumn; after rolling one back, Open the database again if it changed the catalogue.
     CDovBlobDB& BlobDB() { return m_store; }
+    /// The same for a database that is only looked at.
     const CDovBlobDB& BlobDB() const { return m_store; }
 
+    /// Sets the log that operations and failures are entered in.
     /// @param log  not owned; null switches logging off; the store takes it with the next Create or Open
     void SetLogfile(CDovLogfile* log);
+    /// Sets whom to tell of every change.
     /// @param callback  null switches notification off
     /// @param user      handed back to the callback
     void SetNotifyCallback(TQelNotifyCallback callback, unsigned int user);
@@ -84,20 +89,23 @@ public:
     unsigned int SelfTest(CQelFile* report, unsigned long& errors, CDovBlobDB::TProgress progress,
                           unsigned int user);
 
-    /// Lists the table oids in ascending order. @param oids  out: emptied first
+    /// Lists the table oids in ascending order.
+    /// @param oids  out: emptied first
     unsigned int GetTables(std::vector<unsigned long>& oids);
-    /// Replaces `table` by the catalogue's table of its oid. @return 10020, leaving `table`, when there is
-    /// none
+    /// Replaces `table` by the catalogue's table of its oid.
+    /// @return 10020, leaving `table`, when there is none
     unsigned int GetTable(CQelTable3X& table);
     /// Stores a new table with its columns, whose oids, orders and slots are the caller's; a negative slot
     /// becomes the column's position in the order of column oids.
     /// @param table  out, on 10001: its oid, the first free one from 1000 on
     /// @return 17502 invalid name; 17503 name in use; 17504 1000 tables exist
     unsigned int AddTable(CQelTable3X& table);
-    /// Removes a table with its records. @return 10020 no such table; 17509 a Reference column refers to it
+    /// Removes a table with its records.
+    /// @return 10020 no such table; 17509 a Reference column refers to it
     unsigned int RemoveTable(unsigned long tableOid);
+    /// Gives a table another name.
     /// @return 10001 at once for the name that it has; 10020 no such table; 17503 name in use; 17502 invalid
-    /// name
+    ///         name
     unsigned int RenameTable(unsigned long tableOid, const std::wstring& name);
 
     /// Stores a new column. The records keep their slots, so a new column wants a `dataIndex` that no other
@@ -114,20 +122,23 @@ public:
     /// Replaces every field of the column with `column`'s oid; the name is not tested.
     /// @return 10020 no such table or column; 17506 the type differs and the table holds records
     unsigned int TableModifyColumn(unsigned long tableOid, CQelTable3X::SQelColumn& column);
+    /// Gives a column another name.
     /// @return 10020 no such table or column; 17503 name in use, by this column too; 17502 invalid name
     unsigned int RenameColumn(unsigned long tableOid, unsigned long columnOid, const std::wstring& name);
+    /// Lets two columns change places.
     /// @return 10020 when table or columns are missing; the same column twice is success
     unsigned int TableSwapDisplayOrder(unsigned long tableOid, unsigned long columnOid1,
                                        unsigned long columnOid2);
-    /// @param column  out: the column; unchanged unless the code is 10001 @return 10020 no such table or
-    /// column
+    /// Gives the definition of one column.
+    /// @param column  out: the column; unchanged unless the code is 10001
+    /// @return 10020 no such table or column
     unsigned int TableGetColumn(unsigned long tableOid, unsigned long columnOid,
                                 CQelTable3X::SQelColumn& column);
 
     /// Stores a record under a free oid or a given one. Sends message 6 and then 5.
-    /// @param recordOid    in: the oid to write under if `useGivenOid`, an existing record being replaced;
-    ///                     out: on 10001, the oid under which the record stands
-    /// @param values       as SetRecord takes them
+    /// @param recordOid  in: the oid to write under if `useGivenOid`, an existing record being replaced;
+    ///                   out: on 10001, the oid under which the record stands
+    /// @param values     as SetRecord takes them
     /// @return 10020 no such table; 17201 no free oid can be had
     unsigned int AddRecord(unsigned long tableOid, unsigned long& recordOid,
                            const std::vector<SQelPropColumnData>& values, bool useGivenOid);
@@ -143,10 +154,12 @@ public:
     /// @return 10020 no such table or record; 10011 the stored record is damaged
     unsigned int GetRecord(unsigned long tableOid, unsigned long recordOid,
                            std::vector<SQelPropColumnData>& values);
-    /// Reads one value. @param data  out; unchanged unless the code is 10001
+    /// Reads one value.
+    /// @param data  out: the value; unchanged unless the code is 10001
     /// @return 10020 no such table, record or column; codes of GetRecord
     unsigned int GetColumn(unsigned long tableOid, unsigned long recordOid, unsigned long columnOid,
                            SQelPropColumnData& data);
+    /// Removes one record.
     /// @return 10020 no such table or record
     unsigned int RemoveRecord(unsigned long tableOid, unsigned long recordOid);
     /// Whether the record is stored; false on any failure.
@@ -163,9 +176,11 @@ public:
                                const std::vector<SSortItem>* sortItems);
 
 protected:
-    /// Calls the callback. @return its result; true without one
+    /// Calls the callback.
+    /// @return its result; true without one
     bool DoNotify(EPropDBMessage message, unsigned long first, unsigned long second);
-    /// Writes a catalogue as schema record and as its copy. @return the code of writing the copy
+    /// Writes a catalogue as schema record and as its copy.
+    /// @return the code of writing the copy
     unsigned int StoreTables(const std::map<unsigned long, CQelTable3X>& tables);
     /// Reads the schema record, or its copy when the first cannot be had.
     /// @param tables  out: emptied first; on 10007 and 10011, what could be read

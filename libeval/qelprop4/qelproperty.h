@@ -21,8 +21,9 @@ class TavBlob;
 class QELPROP4_API CQelProperty : public CQelBase
 {
 public:
-    /// Types of a value; stored as 32-bit signed numbers. A value read from stored bytes may carry a number
-    /// that is none of these.
+    /// Types of a value; stored as 32-bit signed numbers.
+    ///
+    /// A value read from stored bytes may carry a number that is none of these.
     enum EType : int
     {
         eNull = 0,
@@ -45,25 +46,26 @@ public:
     /// The scalar payload. Setters write zeros to the bytes that the type does not use.
     union UValue
     {
-        unsigned long long nUInt64; // first, so that an empty initialiser clears all eight bytes
-        long long nInt64;
-        int nInt;
-        unsigned int nUInt;
-        std::uint32_t nULong; ///< object id of a reference
-        double dDouble;       ///< also the OLE date of a date, a time and a date-time
-        bool bBool;
-        long long nCurrency; ///< in ten-thousandths
+        unsigned long long nUInt64; ///< first, so that an empty initialiser clears all eight bytes
+        long long nInt64;           ///< of eInt64
+        int nInt;                   ///< of eInt
+        unsigned int nUInt;         ///< of eUInt
+        std::uint32_t nULong;       ///< object id of a reference
+        double dDouble;             ///< also the OLE date of a date, a time and a date-time
+        bool bBool;                 ///< of eBool
+        long long nCurrency;        ///< in ten-thousandths
     };
 
+    /// All that a value holds.
     struct SData
     {
-        EType eType = eNull;
+        EType eType = eNull;              ///< which of the payload's members counts
         unsigned int nBufferSize = 0;     ///< bytes in pBuffer, the text's terminator included
         unsigned char* pBuffer = nullptr; ///< UTF-16 text with terminator, or the bytes of a blob; owned
-        unsigned int nReserved = 0;
-        std::wstring sCurrencySymbol; ///< outlives setters of other types
-        int nTimeBias = 9999;         ///< minutes; 9999 means none
-        UValue uValue{};
+        unsigned int nReserved = 0;       ///< stored and copied, and read by nothing
+        std::wstring sCurrencySymbol;     ///< outlives setters of other types
+        int nTimeBias = 9999;             ///< minutes; 9999 means none
+        UValue uValue{};                  ///< zero for types without a number
     };
 
     CQelProperty() noexcept;
@@ -73,51 +75,65 @@ public:
     const CQelProperty& operator=(CQelProperty&& other) noexcept;
     ~CQelProperty() override;
 
+    /// One of EType, or another number that was read from stored bytes or set by SetType.
     EType GetType() const { return m_data.eType; }
     /// True for type 0 alone; an empty text is not null.
     bool IsNull() const { return m_data.eType == eNull; }
+    /// Empties the value: no buffer, zero payload, no bias. The currency symbol stays.
     void SetNull();
-    /// Changes the type and nothing else: buffer, payload, bias and symbol are read under the new type from
-    /// now on.
+    /// Changes the type and nothing else: buffer, payload, bias and symbol are read under the new type.
     void SetType(EType type) { m_data.eType = type; }
     /// Makes this an empty value of the type: zero payload, no buffer, no bias.
     void ResetToType(EType type);
     /// The value as it is held; the reference lives as long as the value, the buffer until it changes.
     const SData& Data() const { return m_data; }
 
+    /// Makes this value a number of the type that the argument has: eInt or eUInt, eInt64 or eUInt64.
+    /// @{
     void SetInt(int value);
     void SetInt(unsigned int value);
     void SetInt64(long long value);
     void SetInt64(unsigned long long value);
+    /// @}
+    /// Makes this value a Boolean.
     void SetBool(bool value);
+    /// Makes this value a Double; infinities and NaN are held as they are.
     void SetDouble(double value);
+    /// Makes this value a currency amount.
     /// @param amount  in whole units; held as ten-thousandths cut toward zero (1.23456 -> 12345). An amount
-    /// that
-    ///                64 bits of ten-thousandths cannot hold becomes the smallest 64-bit number
+    ///                that 64 bits of ten-thousandths cannot hold becomes the smallest 64-bit number
     /// @param symbol  shown by String(); outlives later setters of other types
     void SetCurrency(double amount, const std::wstring& symbol);
+    /// Makes this value a reference.
     /// @param oid  object id of another record; a number wider than 32 bits names none and is held as 0
     void SetReference(unsigned long oid);
+    /// Makes this value a hyperlink; the text is copied and not looked at.
     void SetURL(const std::wstring& text);
-    /// A null pointer gives a hyperlink without a buffer.
+    /// The same; a null pointer gives a hyperlink without a buffer.
     void SetURL(const wchar_t* text);
-    /// The second argument is ignored, here and below.
+    /// Makes this value a text, which is copied; the second argument is ignored.
     void SetString(const std::wstring& text, unsigned int unused = 0);
-    /// A null pointer empties the value and keeps its type.
+    /// The same; a null pointer empties the value and keeps its type.
     void SetString(const wchar_t* text, unsigned int unused = 0);
-    /// @param codePage  code page of the bytes, as MultiByteToWideChar takes it; an unknown one gives an
-    /// empty text
+    /// Makes this value a text given as bytes.
+    /// @param codePage  of the bytes, as MultiByteToWideChar takes it; an unknown one gives an empty text
     void SetString(const std::string& text, unsigned int codePage);
+    /// The same from UTF-8; what is no character becomes U+FFFD.
     void SetStringUTF8(const std::string& text);
+    /// Makes this value a run of bytes.
     /// @param data  copied; may be null when size is 0
     void SetBlob(const void* data, unsigned int size);
     /// Replaces the symbol alone, whatever the type.
     void SetCurrencySymbol(const std::wstring& symbol);
+    /// The symbol that was set last, whatever the type is now.
     std::wstring GetCurrencySymbol() const;
 
+    /// Makes this value a date, a time or a date-time.
+    ///
     /// Dates are OLE automation dates, or seconds since 1970-01-01 00:00 UTC broken down in the local time
     /// zone; a long is read as 32 bits. The bias is in minutes, 9999 for none; it is carried, never applied.
     /// What converts to no calendar date gives the payload 0.0.
+    /// @{
     void SetDate(double oleDate, int bias);
     void SetDate(long seconds, int bias);
     void SetDate(long long seconds, int bias);
@@ -126,12 +142,16 @@ public:
     void SetTime(long long seconds, int bias);
     void SetDateTime(double oleDate, int bias);
     void SetDateTime(const COleDateTime& date, int bias);
+    /// @}
 
+    /// The time bias in minutes, 9999 for none; the reference lives as long as the value.
+    /// @{
     int TimeBIAS() const { return m_data.nTimeBias; }
     int& TimeBIAS() { return m_data.nTimeBias; }
     void SetTimeBIAS(int bias) { m_data.nTimeBias = bias; }
-    /// The bias as sign, two digits of hours and two of minutes (90 -> +0130; the sign of less than an hour
-    /// is lost: -30 -> +0030); empty for 9999.
+    /// @}
+    /// The bias as sign, two digits of hours and two of minutes: 90 -> +0130; empty for 9999.
+    /// The sign of less than an hour is lost: -30 -> +0030.
     std::wstring GetTimeBIAS() const;
     /// Reads "+hhmm", "-hhmm" or "hhmm". The sign applies to the hours alone (-0130 -> -30 minutes).
     /// @param bias  out: minutes; 9999 when the text is refused
@@ -145,6 +165,7 @@ public:
 
     /// Equal in type and whole content; a currency without a symbol equals one with any.
     bool operator==(const CQelProperty& other) const;
+    /// The opposite of `==`.
     bool operator!=(const CQelProperty& other) const { return !(*this == other); }
     /// Null before everything; values of different types are unordered. Dates are compared by day alone,
     /// times by time of day alone, texts by code unit.
@@ -152,25 +173,28 @@ public:
 
     /// The value as text for people: through the user's regional settings, or through a printf format.
     /// @param format  null or empty for the regional form; otherwise it reads the eight payload bytes (texts
-    /// and
-    ///                null ignore it); interpreted by this library, bounded at 4,096 characters, safe for any
-    ///                text
+    ///                and null ignore it). Interpreted by this library, so that no text can do harm; the
+    ///                result is bounded at 4,096 characters
     std::wstring String(const wchar_t* format = nullptr) const;
+    /// The same in UTF-8.
     std::string StringUTF8(const wchar_t* format = nullptr) const;
     /// Takes text as the user typed it.
     /// @param type  wanted type; eNull for the value's current one
-    /// @return false when nothing could be read (a date, time or date-time never can: the value then becomes
-    /// a
-    ///         Double of its old payload); apart from that a failed scan leaves the value
+    /// @return false when nothing could be read. The value is then as it was, with two exceptions: what is no
+    ///         Boolean makes it a Boolean that is false, and a date, a time or a date-time, which can never
+    ///         be read, makes it a Double of its old payload
     bool SetValue(const wchar_t* text, EType type);
-    /// The value as a number: a currency in whole units, 0.0 for what has none.
+    /// The value as a number; 0.0 for what has none.
+    /// A currency is cut to whole units, and unsigned 64-bit numbers from 2^63 on come out negative.
     double Double() const;
 
+    /// Gives the value as a variant.
     /// @param out      cleared first, filled, and the caller's to clear
     /// @param vartype  type to change to; 0 keeps the value's own
     /// @return false for references and blobs
     /// @throws COleException* (heap-allocated) when the change of type fails
     bool ToVariant(VARIANT* out, unsigned short vartype);
+    /// Takes what a variant holds.
     /// @param type  wanted type; eNull for the value's current one, or text if that is null too
     /// @return false when the variant does not change to the type, leaving the value
     bool FromVariant(VARIANT* in, EType type);
@@ -181,7 +205,8 @@ public:
 protected:
     /// Frees the buffer and empties payload and bias; type and currency symbol stay.
     void Clear();
-    /// Text of a null, a text or a hyperlink. @return false, with `out` empty, for every other type
+    /// Gives the text of a null, a text or a hyperlink.
+    /// @return false, with `out` empty, for every other type
     bool ToXString(std::wstring& out) const;
 
 private:
