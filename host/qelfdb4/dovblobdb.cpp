@@ -85,7 +85,6 @@ unsigned int Change(const std::shared_ptr<CStoreFile>& file, CDovLogfile* log, c
 } // namespace qel
 
 using qel::CStoreFile;
-using qel::kNotOpen;
 using qel::kSuccess;
 using qel::SCall;
 

@@ -16,8 +16,7 @@ namespace qel {
 //
 // key       selector << 32 | object id, so that a selector is a range of keys
 // checksum  CRC-32 over the key, 8 bytes little-endian, and then the record's bytes: neither the bytes nor
-// the
-//           address under which they stand can change unseen
+//           the address under which they stand can change unseen
 
 inline constexpr unsigned int kApplicationId = 0x51464442; // "QFDB"
 inline constexpr long long kFormatVersion = 1;

@@ -6,8 +6,7 @@
 
 namespace qel {
 
-/// The path of a store file: its links resolved, so that side files are looked for where the engine puts
-/// them.
+/// The path of a store file, its links resolved: side files are looked for where the engine puts them.
 class CStorePlace
 {
 public:

@@ -26,10 +26,10 @@ public:
     /// Number of bits held, a multiple of the growth step; 0 when nothing was ever set. At the top of the
     /// range, the largest multiple that an unsigned int holds.
     unsigned int Size() const { return m_size; }
-    /// @return whether the bit is set; false for any bit that is not held
+    /// Whether the bit is set; false for any bit that is not held.
     bool Test(unsigned int bit) const;
-    /// Sets one bit and grows the vector to the next multiple of `growth` bits that holds it; a growth of 0
-    /// counts as 1.
+    /// Sets one bit and grows the vector to the next multiple of `growth` bits that holds it.
+    /// @param growth  0 counts as 1
     void Set(unsigned int bit, unsigned int growth);
 
 private:

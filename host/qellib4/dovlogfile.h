@@ -18,6 +18,7 @@ class CQelException;
 class QELLIB4_API CDovLogfile
 {
 public:
+    /// How much an entry matters.
     enum EKind
     {
         eError,
@@ -25,16 +26,18 @@ public:
         eInformal
     };
 
+    /// One entry on its way to Write.
     struct SEntry
     {
         EKind kind;
         unsigned int code; ///< 0 for a literal text
-        std::wstring text;
-        int level; ///< 0 for errors
-        int line;
-        std::wstring file;
+        std::wstring text; ///< of the code, of the caller, or both
+        int level;         ///< 0 for errors
+        int line;          ///< in the file
+        std::wstring file; ///< source that made the entry; may be empty
     };
 
+    /// Makes a log without a file.
     CDovLogfile();
     CDovLogfile(const CDovLogfile&) = delete;
     CDovLogfile& operator=(const CDovLogfile&) = delete;
@@ -43,22 +46,29 @@ public:
     /// Opens the file for appending and makes it where it is missing; closes a file that was open.
     /// @return false when it cannot be opened
     bool Open(const std::wstring& path);
+    /// Closes the file if one is open.
     void Close();
 
     /// Sets the largest detail level that is written; 4 at first. Errors are always written.
     void SetLevel(int level) { m_level = level; }
+    /// The largest detail level that is written.
     int GetLevel() const { return m_level; }
 
     /// Enters the text behind a result code.
     bool AddError(unsigned int code, int line, const wchar_t* file);
     /// Enters the code's own text, followed by `text` where that is not empty.
     bool AddError(unsigned int code, const wchar_t* text, int line, const wchar_t* file);
+    /// Enters a literal text as an error.
     bool AddError(const wchar_t* text, int line, const wchar_t* file);
-    /// Logs an exception and leaves it alive; one without a code of its own is entered under 10003.
+    /// Enters an exception and leaves it alive; one without a code of its own stands under 10003.
     bool AddError(CException* exception, int line, const wchar_t* file);
+    /// Enters an exception under its own code and leaves it alive.
     bool AddError(CQelException* exception, int line, const wchar_t* file);
+    /// Enters a literal text as a warning, unless its level lies above the log's.
     bool AddWarning(const wchar_t* text, int level, int line, const wchar_t* file);
+    /// Enters the text behind a code as information, unless its level lies above the log's.
     bool AddInformal(unsigned int code, int level, int line, const wchar_t* file);
+    /// The same for a literal text.
     bool AddInformal(const wchar_t* text, int level, int line, const wchar_t* file);
 
     /// Takes every entry that is to be written. The base writes one line to the open file, flushed at once:
@@ -81,12 +91,15 @@ private:
 class QELLIB4_API CDovLogfileMethodTracker
 {
 public:
+    /// Writes the entry line.
     /// @param log     null writes nothing; otherwise it must outlive the tracker
-    /// @param method  qualified name, "Class::Method"; must outlive the tracker
+    /// @param level   of both lines
+    /// @param method  qualified name, "Class::Method"; must outlive the tracker, as must `file`
     CDovLogfileMethodTracker(CDovLogfile* log, int level, const wchar_t* method, int line,
                              const wchar_t* file);
     CDovLogfileMethodTracker(const CDovLogfileMethodTracker&) = delete;
     CDovLogfileMethodTracker& operator=(const CDovLogfileMethodTracker&) = delete;
+    /// Writes the exit line.
     ~CDovLogfileMethodTracker();
 
 private:

@@ -10,13 +10,13 @@ namespace qel {
 struct SSite
 {
     const wchar_t* file; ///< the fixed name of a library's sources
-    int line;
+    int line;            ///< in it
 };
 
 /// Turns the exception that is being handled into a result code and logs it; to be called in a catch clause.
 ///
-/// A CQelException gives its own code, any other framework exception 10003, anything else 10002. Never
-/// throws.
+/// A CQelException gives its own code, any other framework exception 10003, anything else 10002.
+/// @param log  may be null
 QELLIB4_API unsigned int ResultOfCurrentException(CDovLogfile* log, SSite site) noexcept;
 
 /// Runs the body of an operation and gives its result, or the code of the exception that ended it.

@@ -12,6 +12,7 @@
 class QELLIB4_API CQelException : public CException
 {
 public:
+    /// Carries a code and the place where it arose.
     /// @param code        result code, never 10001
     /// @param second      a further number of the thrower's choice; 0 where there is none
     /// @param file        name of the source file; copied, may be null
@@ -20,10 +21,15 @@ public:
     CQelException(unsigned int code, unsigned long second, const wchar_t* file, int line, bool autoDelete);
     ~CQelException() override;
 
+    /// The result code.
     unsigned int GetCode() const { return m_code; }
+    /// The thrower's further number; 0 where there is none.
     unsigned long GetSecond() const { return m_second; }
+    /// Name of the source file; empty where none was given.
     const std::wstring& GetFile() const { return m_file; }
+    /// Line in the source file.
     int GetLine() const { return m_line; }
+    /// The text behind the code.
     std::wstring GetErrorText() const override;
 
 private:

@@ -30,29 +30,39 @@ public:
     virtual void Rewind() = 0;
     /// Number of bytes in the stream.
     virtual long long GetFileSize() const = 0;
-    /// Gives the position, in bytes from the start.
+    /// Gives the position.
+    /// @param position  out: in bytes from the start; unchanged on failure
+    /// @return false when the stream has none
     virtual bool GetFilePosition(long long& position) const = 0;
 
+    /// Writes a value in its byte form and moves the position behind it.
+    /// @{
     CQelFile& operator<<(const unsigned short& value);
     CQelFile& operator<<(const int& value);
     CQelFile& operator<<(const unsigned int& value);
     CQelFile& operator<<(const unsigned long& value);
     CQelFile& operator<<(const bool& value);
     CQelFile& operator<<(const std::wstring& value);
+    /// @}
 
+    /// Reads a value from its byte form. When the bytes of a text end early, the position stands behind its
+    /// count.
+    /// @{
     CQelFile& operator>>(unsigned short& value);
     CQelFile& operator>>(int& value);
     CQelFile& operator>>(unsigned int& value);
     CQelFile& operator>>(unsigned long& value);
     CQelFile& operator>>(bool& value);
-    /// When the bytes end before the text does, the position stands behind the count.
     CQelFile& operator>>(std::wstring& value);
+    /// @}
 
     /// Starts a CRC-32 over every byte written or read from now on.
     void BeginCheckSum();
-    /// Stops the checksum. @return its value; 0 when none was begun
+    /// Stops the checksum.
+    /// @return its value; 0 when none was begun
     unsigned long EndCheckSum();
-    /// Stops the checksum and writes it as 32 bits. @return its value
+    /// Stops the checksum and writes it as 32 bits.
+    /// @return its value
     unsigned long WriteCheckSum();
 
     /// Bytes between the position and the end; 0 when the position is unknown or past the end.

@@ -11,6 +11,7 @@
 class QELLIB4_API CQelMemFile : public CQelFile
 {
 public:
+    /// Makes an empty stream.
     /// @param readOnly  true: every write throws 17501 (fill it through GetBuffer and SetSize)
     /// @param initial   bytes for which room is made with the first write
     /// @param growth    step in which the room grows, in bytes; 0 counts as 1
@@ -29,8 +30,8 @@ public:
     /// what the caller put into room that GetBuffer handed out since the size was last set.
     void SetSize(unsigned int size);
     /// Makes room for `size` bytes without changing the file's length.
-    /// @return the file's memory, valid until the file grows or ends; may be null for an empty file and size
-    /// 0
+    /// @return the file's memory, valid until the file grows or ends; may be null for an empty file and a
+    ///         size of 0
     unsigned char* GetBuffer(unsigned int size);
 
 private:

@@ -30,6 +30,7 @@ class QELSQ4_API CQelSQLite
 public:
     class CStatement;
 
+    /// Makes a closed connection object.
     CQelSQLite();
     CQelSQLite(const CQelSQLite&) = delete;
     CQelSQLite& operator=(const CQelSQLite&) = delete;
@@ -41,9 +42,10 @@ public:
     /// @param readOnly  a file without write permission is opened read-only in any case
     /// @return raw result; on failure the object is closed
     int Open(const std::wstring& path, bool readOnly = false);
-    /// Works on a connection that the host opened, keeps and closes itself; null closes. The handle that is
-    /// in use already changes nothing.
+    /// Works on a connection that the host opened, keeps and closes itself.
+    ///
     /// The host calls Close() here before it closes the handle, since kept statements hold on to it.
+    /// @param handle  null closes; the handle that is in use already changes nothing
     void Use(sqlite3* handle);
     /// Rolls back the guards that are begun, ends every statement, live ones included, and closes the
     /// database if this object opened it; the object is closed whatever the result.
@@ -51,6 +53,7 @@ public:
     ///         lives: the engine closes the file when that ends
     int Close();
 
+    /// Whether there is a connection to work on, whoever opened it.
     bool IsOpen() const;
     /// True when the open database was opened read-only.
     bool IsReadOnly() const;
@@ -61,15 +64,20 @@ public:
 
     /// Sets the log for failures of the connection itself; not owned, may be null.
     void SetLogfile(CDovLogfile* log);
+    /// The log that was set; null when there is none.
     CDovLogfile* Logfile();
-    /// How long a locked database is waited for; 0 at first. Holds for every database that is opened later,
-    /// and for the host's own connection only if it is in use now.
+    /// Sets how long a locked database is waited for; 0 at first.
+    ///
+    /// It holds for every database that is opened later, and for the host's own connection only if it is in
+    /// use now.
     void SetBusyTimeout(int milliseconds);
 
     /// Runs one or more statements separated by ";" to completion, up to the first that fails; a text
-    /// without any is success. @return 0, else a raw code, hard failures as well; 21 closed or null
+    /// without any is success.
+    /// @return 0, else a raw code, hard failures as well; 21 closed or null
     virtual int ExecSQL(const wchar_t* sql);
-    /// Runs a prepared, bound statement to completion. @return 0, else a raw code, hard failures as well
+    /// Runs a prepared, bound statement to completion.
+    /// @return 0, else a raw code, hard failures as well; 21 for null
     virtual int ExecStatement(CStatement* statement);
 
     /// 10001 for 0, 100 and 101; 17300 + the primary code for any other raw result, extended or not.
@@ -89,6 +97,7 @@ private:
 class QELSQ4_API CQelSQLite::CStatement
 {
 public:
+    /// Prepares nothing yet.
     /// @param db  null makes every operation fail with 21, and so does the end of the connection object
     explicit CStatement(CQelSQLite* db);
     CStatement(const CStatement&) = delete;
@@ -99,10 +108,12 @@ public:
     /// @return raw result; 21 for a null text and for one that holds no statement, or several
     int Prepare(const wchar_t* sql);
 
-    /// Binds take the number of the parameter in the text ("?7" is 7). @return raw result
+    /// Binds a number to the parameter "?7" for an index of 7, here and below.
+    /// @return raw result, here and below
     int BindInt(int index, long long value);
-    /// Null binds NULL.
+    /// Binds a copy of a text; null binds NULL.
     int BindString(int index, const wchar_t* text);
+    /// Binds a copy of a text, embedded zeros included.
     int BindString(int index, const std::wstring& text);
     /// Binds a copy of the blob's bytes; null binds NULL.
     int BindBlob(int index, const TavBlob* blob);
@@ -110,20 +121,23 @@ public:
     /// @param data  may be null when size is 0, which binds an empty blob
     int BindBytes(int index, const void* data, unsigned int size);
 
-    /// Makes the statement ready to run again; bindings stay. @return raw result, 0 where the last run failed
+    /// Makes the statement ready to run again; bindings stay.
+    /// @return raw result, 0 where the last run failed
     int Reset();
     /// One step of a query: 100 while a row is available, 101 at the end, else a raw code.
     int Step();
     /// Runs one step: 101 when a change completed, 100 when a query produced a row, else a raw code.
     int Execute();
 
-    /// Result columns count from 0; of the current row only.
+    /// A column of the current row as a number; columns count from 0, here and below.
     long long GetInt(int column);
-    CString GetString(int column); ///< empty for NULL; embedded zeros stay
-    /// Copies a column's bytes. @return false, leaving the blob, when the column is NULL
+    /// A column as text; empty for NULL, embedded zeros stay.
+    CString GetString(int column);
+    /// Copies a column's bytes.
+    /// @return false, leaving the blob, when the column is NULL
     bool GetBlob(int column, TavBlob* blob);
-    /// Gives a column's bytes without a copy, valid until the next step, reset or end; `data` is null for
-    /// size 0.
+    /// Gives a column's bytes without a copy.
+    /// @param data  out: valid until the next step, reset or end; null for a size of 0
     /// @return false, leaving both, when the column is NULL
     bool GetBytes(int column, const unsigned char*& data, unsigned int& size);
 

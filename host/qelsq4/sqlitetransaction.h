@@ -29,12 +29,15 @@ public:
     /// Rolls back what was begun and neither committed nor rolled back.
     ~CSQLiteTransaction();
 
-    /// @return false when no transaction could be begun, or this guard has begun one already
+    /// Begins the transaction.
+    /// @return false when none could be begun, or this guard has begun one already
     bool BeginTrans();
-    /// @return false when nothing was begun or the engine refused; the change can then still be rolled back.
-    ///         Hard failures are thrown as CQelException with the mapped code; the guard then still rolls
-    ///         back
+    /// Makes the changes permanent and ends the transaction.
+    ///
+    /// Hard failures are thrown as CQelException with the mapped code; the guard then still rolls back.
+    /// @return false when nothing was begun or the engine refused; the change can then still be rolled back
     bool Commit();
+    /// Undoes the changes and ends the transaction.
     /// @return false when nothing was begun or it had ended
     bool Rollback();
 
