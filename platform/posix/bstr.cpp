@@ -52,7 +52,7 @@ UINT SysStringLen(BSTR text)
 {
     if (text == nullptr)
         return 0;
-    ULONG bytes;
+    ULONG bytes = 0;
     std::memcpy(&bytes, BlockOf(text) + kHeader - sizeof bytes, sizeof bytes);
     return bytes / static_cast<UINT>(sizeof(wchar_t));
 }

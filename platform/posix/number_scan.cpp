@@ -150,7 +150,7 @@ private:
         const int bits = isHex ? 4 : 3;
         unsigned long long value = 0;
         std::size_t count = 0;
-        for (int digit; (digit = HexDigitOf(m_rest)) >= 0 && digit < 1 << bits; ++count) {
+        for (int digit = 0; (digit = HexDigitOf(m_rest)) >= 0 && digit < 1 << bits; ++count) {
             if (value >> (64 - bits) != 0)
                 return DISP_E_OVERFLOW;
             value = value << bits | static_cast<unsigned long long>(digit);

@@ -22,6 +22,7 @@ class QELPLAT4_API CException : public CObject
 {
 public:
     CException() = default;
+    /// @param autoDelete  true when made with new, so that Delete() frees it
     explicit CException(bool autoDelete) : m_autoDelete(autoDelete) {}
     ~CException() override;
 

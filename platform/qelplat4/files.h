@@ -11,9 +11,11 @@
 QELPLAT4_API BOOL CopyFileW(LPCWSTR existing, LPCWSTR target, BOOL failIfExists);
 
 /// Renames a file; fails when the target exists. Falls back to copy and delete across file systems.
+/// @return non-zero on success
 QELPLAT4_API BOOL MoveFileW(LPCWSTR existing, LPCWSTR target);
 
-/// Deletes one file. @return zero when it could not be deleted or does not exist
+/// Deletes one file.
+/// @return zero when it could not be deleted or does not exist
 QELPLAT4_API BOOL DeleteFileW(LPCWSTR path);
 
 /// Milliseconds of a clock that never runs backwards; wraps around after 49.7 days.

@@ -1,5 +1,4 @@
-// nls.h: the national-language functions: a user's regional settings, and numbers, amounts, dates and bytes
-// made text by them.
+// nls.h: a user's regional settings, and the functions that make text by them of numbers, amounts and dates.
 //
 // Off Windows the user's locale is named by the environment and its data is ICU's; the environment is looked
 // at in each call. Every function here may be called from several threads at once, as long as none changes
@@ -42,8 +41,7 @@ constexpr LCTYPE LOCALE_SDAYNAME1 = 0x002A; ///< Monday; the six days that follo
 constexpr LCTYPE LOCALE_SDAYNAME7 = 0x0030;
 constexpr LCTYPE LOCALE_SABBREVDAYNAME1 = 0x0031;
 constexpr LCTYPE LOCALE_SABBREVDAYNAME7 = 0x0037;
-constexpr LCTYPE LOCALE_SMONTHNAME1 =
-    0x0038; ///< January; the eleven months that follow have the next numbers
+constexpr LCTYPE LOCALE_SMONTHNAME1 = 0x0038; ///< January; the other eleven months have the next numbers
 constexpr LCTYPE LOCALE_SMONTHNAME12 = 0x0043;
 constexpr LCTYPE LOCALE_SABBREVMONTHNAME1 = 0x0044;
 constexpr LCTYPE LOCALE_SABBREVMONTHNAME12 = 0x004F;
@@ -55,11 +53,10 @@ constexpr LCTYPE LOCALE_ICALENDARTYPE = 0x1009;
 constexpr LCTYPE LOCALE_INEGNUMBER = 0x1010;
 
 /// Flags beside a setting.
-constexpr LCTYPE LOCALE_NOUSEROVERRIDE = 0x80000000; ///< changes nothing: there are no overrides
-constexpr LCTYPE LOCALE_USE_CP_ACP = 0x40000000;     ///< changes nothing: all text is wide
-constexpr LCTYPE LOCALE_RETURN_NUMBER = 0x20000000;  ///< a number instead of its text
-constexpr LCTYPE LOCALE_RETURN_GENITIVE_NAMES =
-    0x10000000; ///< a month's name as it stands after the day's number
+constexpr LCTYPE LOCALE_NOUSEROVERRIDE = 0x80000000;        ///< changes nothing: there are no overrides
+constexpr LCTYPE LOCALE_USE_CP_ACP = 0x40000000;            ///< changes nothing: all text is wide
+constexpr LCTYPE LOCALE_RETURN_NUMBER = 0x20000000;         ///< a number instead of its text
+constexpr LCTYPE LOCALE_RETURN_GENITIVE_NAMES = 0x10000000; ///< a month as it stands after the day's number
 
 constexpr DWORD DATE_SHORTDATE = 0x00000001;
 constexpr DWORD DATE_LONGDATE = 0x00000002;
@@ -72,27 +69,27 @@ constexpr DWORD MB_PRECOMPOSED = 0x00000001; ///< the only way there is; the sam
 /// How a number is written. Both texts must be there; they may be empty.
 struct NUMBERFMTW
 {
-    UINT NumDigits;   ///< decimals, rounded half away from zero
-    UINT LeadingZero; ///< 0: a number below one has nothing before the decimal separator
-    UINT Grouping; ///< digits of a group, from the right; several groups are one decimal number: 3, 32, 0 for
-                   ///< none
-    LPWSTR lpDecimalSep;
-    LPWSTR lpThousandSep;
-    UINT NegativeOrder; ///< 0 (1), 1 -1, 2 - 1, 3 1-, 4 1 -
+    UINT NumDigits;       ///< decimals, rounded half away from zero
+    UINT LeadingZero;     ///< 0: a number below one has nothing before the decimal separator
+    UINT Grouping;        ///< sizes of the groups, read as the digits of a number: 3, 32, 0 for none
+    LPWSTR lpDecimalSep;  ///< between whole number and decimals
+    LPWSTR lpThousandSep; ///< between groups
+    UINT NegativeOrder;   ///< 0 (1), 1 -1, 2 - 1, 3 1-, 4 1 -
 };
 
 /// How an amount is written. All three texts must be there; they may be empty.
 struct CURRENCYFMTW
 {
-    UINT NumDigits;
-    UINT LeadingZero;
-    UINT Grouping;
-    LPWSTR lpDecimalSep;
-    LPWSTR lpThousandSep;
-    UINT NegativeOrder; ///< 0 to 15: ($1) -$1 $-1 $1- (1$) -1$ 1-$ 1$- "-1 $" "-$ 1" "1 $-" "$ 1-" "$ -1" "1-
-                        ///< $" "($ 1)" "(1 $)"
-    UINT PositiveOrder; ///< 0 to 3: $1 1$ "$ 1" "1 $"
-    LPWSTR lpCurrencySymbol;
+    UINT NumDigits;       ///< as in NUMBERFMTW, here and for the next four
+    UINT LeadingZero;     ///< whether a zero stands before the decimal separator
+    UINT Grouping;        ///< sizes of the groups
+    LPWSTR lpDecimalSep;  ///< between whole number and decimals
+    LPWSTR lpThousandSep; ///< between groups
+    /// 0 to 15: "($1)" "-$1" "$-1" "$1-" "(1$)" "-1$" "1-$" "1$-" "-1 $" "-$ 1" "1 $-" "$ 1-" "$ -1" "1- $"
+    /// "($ 1)" "(1 $)".
+    UINT NegativeOrder;
+    UINT PositiveOrder;      ///< 0 to 3: "$1" "1$" "$ 1" "1 $"
+    LPWSTR lpCurrencySymbol; ///< stands where the orders have "$"
 };
 
 /// Gives one regional setting.
@@ -101,15 +98,14 @@ struct CURRENCYFMTW
 /// @param out       ends with a terminator; empty when the call fails for lack of room
 /// @param capacity  in characters; 0 asks for the characters needed
 /// @return characters written (or needed) with the terminator; 0 on failure, then GetLastError() is 87
-/// (locale,
-///         pointer or capacity), 122 (too small) or 1004 (no such setting, or no number)
+///         (locale, pointer or capacity), 122 (too small) or 1004 (no such setting, or no number)
 QELPLAT4_API int GetLocaleInfoW(LCID locale, LCTYPE type, LPWSTR out, int capacity);
 
 /// Writes a number by a format.
 ///
 /// @param flags   0; LOCALE_NOUSEROVERRIDE is accepted without a format
-/// @param number  an optional "-", digits and at most one "." with a digit on either side; any other text is
-/// refused
+/// @param number  an optional "-", digits and at most one "." with a digit on either side; any other text
+///                is refused
 /// @param format  null for the locale's own
 /// @return as GetLocaleInfoW; 87 also for a refused text or a negative order that is needed and above 4;
 ///         1004 for flags. A negative number that is rounded to zero keeps its sign: -0.004 is -0.00
@@ -125,7 +121,7 @@ QELPLAT4_API int GetCurrencyFormatW(LCID locale, DWORD flags, LPCWSTR number, co
 /// @param flags   without a picture: DATE_LONGDATE, or 0 or DATE_SHORTDATE; with one: 0
 /// @param date    null for today; the day of the week and the time are not looked at
 /// @param format  null, or a picture of d dd ddd dddd M MM MMM MMMM y yy yyyy g gg, quoted text and other
-/// characters
+///                characters
 /// @return as GetLocaleInfoW; 87 also for a date that is none or lies before the year 1601
 QELPLAT4_API int GetDateFormatW(LCID locale, DWORD flags, const SYSTEMTIME* date, LPCWSTR format, LPWSTR out,
                                 int capacity);
@@ -141,14 +137,13 @@ QELPLAT4_API int GetTimeFormatW(LCID locale, DWORD flags, const SYSTEMTIME* time
 
 /// Turns bytes of a code page into wide text. Wrong bytes never fail: they become the page's own substitute.
 ///
-/// @param codePage  CP_ACP, CP_UTF7, CP_UTF8 or a number that ICU has a converter for (437, 932, 1252, 28591,
-/// ...)
+/// @param codePage  CP_ACP, CP_UTF7, CP_UTF8 or a number that ICU has a converter for (437, 932, 1252,
+///                  28591, ...)
 /// @param flags     0 or MB_PRECOMPOSED
 /// @param length    of `bytes`, or negative for a text that ends with a zero, which is then converted as well
 /// @param capacity  in characters; 0 asks for the characters needed
 /// @return characters written or needed; 0 on failure, then GetLastError() is 87 (code page, pointer, length
-/// or capacity),
-///         122 (too small) or 1004 (flags)
+///         or capacity), 122 (too small) or 1004 (flags)
 QELPLAT4_API int MultiByteToWideChar(UINT codePage, DWORD flags, LPCSTR bytes, int length, LPWSTR out,
                                      int capacity);
 
@@ -158,7 +153,7 @@ QELPLAT4_API int MultiByteToWideChar(UINT codePage, DWORD flags, LPCSTR bytes, i
 /// threads.
 /// @param category  LC_ALL; any other gives null
 /// @param name      null asks; "" takes the user's from the environment; "C"; or a name that this function
-/// gave
+///                  gave
 /// @return the name in force, valid for good; null, with nothing changed, for a name that ICU does not know
 QELPLAT4_API const wchar_t* _wsetlocale(int category, const wchar_t* name);
 

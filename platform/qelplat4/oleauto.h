@@ -13,8 +13,8 @@
 QELPLAT4_API void VariantInit(VARIANT* variant);
 
 /// Frees what the variant owns and makes it empty.
-/// @return S_OK; DISP_E_BADVARTYPE for a type that does not exist here, leaving the variant; E_INVALIDARG for
-/// null
+/// @return S_OK; DISP_E_BADVARTYPE for a type that does not exist here, leaving the variant; E_INVALIDARG
+///         for null
 QELPLAT4_API HRESULT VariantClear(VARIANT* variant);
 
 /// Copies a variant, its text included; what a reference refers to is shared.
@@ -38,7 +38,7 @@ QELPLAT4_API HRESULT VariantChangeType(VARIANT* target, const VARIANT* source, U
 QELPLAT4_API BSTR SysAllocString(const wchar_t* text);
 /// A copy of `length` characters with a terminator of its own; a null `text` gives zeros.
 QELPLAT4_API BSTR SysAllocStringLen(const wchar_t* text, UINT length);
-/// Null is allowed.
+/// Frees a text that SysAllocString or SysAllocStringLen made; null is allowed.
 QELPLAT4_API void SysFreeString(BSTR text);
 /// Characters of the text, zeros among them counted; 0 for null.
 QELPLAT4_API UINT SysStringLen(BSTR text);
@@ -49,9 +49,11 @@ QELPLAT4_API UINT SysStringLen(BSTR text);
 /// @return zero when the date lies outside the years 100 to 9999; `out` is then unchanged
 QELPLAT4_API int VariantTimeToSystemTime(double date, SYSTEMTIME* out);
 
-/// Makes an OLE automation date from calendar fields; milliseconds are dropped, a day past the month's end
-/// runs on into the next month and day 0 is the last of the month before. Years below 50 count from 2000,
-/// others below 100 from 1900; a time out of range runs on into other days.
+/// Makes an OLE automation date from calendar fields.
+///
+/// Milliseconds are dropped, a day past the month's end runs on into the next month and day 0 is the last of
+/// the month before. Years below 50 count from 2000, others below 100 from 1900; a time out of range runs on
+/// into other days.
 /// @return zero when the month is not 1 to 12, the day is above 31 or the date lies outside the years 100 to
 ///         9999; `out` is then unchanged
 QELPLAT4_API int SystemTimeToVariantTime(SYSTEMTIME* in, double* out);

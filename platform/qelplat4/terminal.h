@@ -22,8 +22,8 @@ QELPLAT4_API bool IsTerminal(EStream stream);
 /// Columns of the terminal that standard output, else standard error, is; `absent` where neither is one.
 QELPLAT4_API int TerminalColumns(int absent);
 
-/// Makes the standard streams carry bytes unchanged, and a closed pipe an error of writing instead of the
-/// program's end.
+/// Makes the standard streams carry bytes unchanged.
+/// A closed pipe is an error of writing from then on instead of the program's end.
 QELPLAT4_API void PrepareStreams();
 
 /// Whether the program that standard output was piped to has closed it.

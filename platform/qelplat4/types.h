@@ -45,16 +45,17 @@ using LPCSTR = const char*;
 #define FALSE 0
 #endif
 
+/// A moment in calendar fields.
 struct SYSTEMTIME
 {
-    WORD wYear;
-    WORD wMonth;
-    WORD wDayOfWeek;
-    WORD wDay;
-    WORD wHour;
-    WORD wMinute;
-    WORD wSecond;
-    WORD wMilliseconds;
+    WORD wYear;         ///< with its century
+    WORD wMonth;        ///< 1 to 12
+    WORD wDayOfWeek;    ///< 0 for Sunday to 6 for Saturday
+    WORD wDay;          ///< 1 to 31
+    WORD wHour;         ///< 0 to 23
+    WORD wMinute;       ///< 0 to 59
+    WORD wSecond;       ///< 0 to 59
+    WORD wMilliseconds; ///< 0 to 999
 };
 
 /// The last error of this thread's platform calls that set one; 0 when none did.

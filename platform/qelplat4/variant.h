@@ -1,5 +1,4 @@
-// variant.h: the variant itself, its types and the results of its functions; not for Windows, which has its
-// own.
+// variant.h: the variant, its types and the results of its functions; not for Windows, which has its own.
 #pragma once
 
 #include <qelplat4/types.h>
@@ -48,23 +47,23 @@ enum VARENUM : VARTYPE
 /// A currency amount in ten-thousandths.
 struct CY
 {
-    LONGLONG int64;
+    LONGLONG int64; ///< 12345 is 1.2345
 };
 
 /// A decimal number: a 96-bit whole number divided by a power of ten.
 struct DECIMAL
 {
-    BYTE scale; ///< decimals, 0 to 28
-    BYTE sign;  ///< 0x80 for a negative number, else 0
-    ULONG Hi32;
-    ULONGLONG Lo64;
+    BYTE scale;     ///< decimals, 0 to 28
+    BYTE sign;      ///< 0x80 for a negative number, else 0
+    ULONG Hi32;     ///< upper part of the whole number
+    ULONGLONG Lo64; ///< lower part
 };
 
 /// A value of any of the types above. `vt` says which member of the union holds it.
 struct tagVARIANT
 {
-    VARTYPE vt;
-    WORD wReserved1;
+    VARTYPE vt;      ///< a VARENUM, VT_BYREF added where the variant holds an address
+    WORD wReserved1; ///< not used, as the next two
     WORD wReserved2;
     WORD wReserved3;
     union
