@@ -172,6 +172,7 @@ TEST(RecordOrder, LosesNoRecordOfMixedTypesInAnyDirection)
     std::mt19937 dice(5);
     for (int round = 0; round < 30; ++round) {
         std::vector<TRecord> records;
+        records.reserve(700);
         for (int i = 0; i < 700; ++i)
             records.push_back(RecordOf({AnyValue(dice), AnyValue(dice)}));
         TOids oids = Order({{0, (round & 1) != 0}, {1, (round & 2) != 0}}, std::move(records));

@@ -1,9 +1,9 @@
 // killed_process.cpp: forking a process, hearing it and killing it.
 #include "killed_process.h"
 
+#include <csignal>
 #include <cstdlib>
 
-#include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
 

@@ -1,5 +1,4 @@
-// module_load_test.cpp: the built library loaded, refused and unloaded by a host that links the framework
-// alone.
+// module_load_test.cpp: the built library loaded, refused and unloaded by a host of the framework alone.
 #include <qelplat4/mfc.h>
 
 #include <gtest/gtest.h>
@@ -13,7 +12,7 @@ const std::wstring kLibrary = QEL_LIBRARY;
 
 class ModuleLoad : public testing::Test
 {
-protected:
+public:
     ~ModuleLoad() override
     {
         AfxSetModuleFilter(nullptr);
@@ -21,6 +20,7 @@ protected:
             AfxFreeLibrary(library);
     }
 
+protected:
     HINSTANCE library = nullptr;
 };
 

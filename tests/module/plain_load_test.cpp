@@ -14,13 +14,15 @@ constexpr UINT kYes = 15002;
 /// The library, loaded by the system's own function.
 class PlainLoad : public testing::Test
 {
-protected:
+public:
     ~PlainLoad() override
     {
         AfxSetModuleFilter(nullptr);
         if (library != nullptr)
             dlclose(library);
     }
+
+protected:
     void Load()
     {
         const std::wstring wide = QEL_LIBRARY;

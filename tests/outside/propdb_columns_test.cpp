@@ -87,6 +87,7 @@ TEST_F(OutsideColumns, RefusalsComeInTheirOrder)
 TEST_F(OutsideColumns, TwoHundredFiftySixthIsRefusedBeforeItsNameIsCompared)
 {
     std::vector<CQelTable::SQelColumn> columns;
+    columns.reserve(254);
     for (int i = 0; i < 254; ++i)
         columns.push_back(Column(L"c" + std::to_wstring(i)));
     Make(L"Lamps", columns);

@@ -207,6 +207,9 @@ inline std::string Show(const std::vector<unsigned long>& oids)
 /// An attached database in memory, with nothing told so far.
 class CPropertyHost : public testing::Test
 {
+public:
+    ~CPropertyHost() override { db.SetNotifyCallback(nullptr, 0); }
+
 protected:
     CPropertyHost()
     {
@@ -217,8 +220,6 @@ protected:
         db.SetNotifyCallback(Hear, 0);
         Told();
     }
-    ~CPropertyHost() override { db.SetNotifyCallback(nullptr, 0); }
-
     int Run(const std::string& statements) { return outside::Run(sql.Handle(), statements); }
     std::string Ask(const std::string& query) { return outside::Ask(sql.Handle(), query); }
 

@@ -1,5 +1,4 @@
-// power_failure_test.cpp: what the disk may hold when the power fails at any moment, and what is found in it
-// then.
+// power_failure_test.cpp: what the disk may hold when the power fails at any moment, and what is found then.
 #include "store_fixture.h"
 
 #include <support/fault_vfs.h>

@@ -63,8 +63,7 @@ inline const std::vector<SChange>& EveryChange()
     return changes;
 }
 
-/// Lamps (1) with Power (1) and Colour (2) and a record, and Rooms (2), whose two display orders of 0 a
-/// repair would part.
+/// Lamps (1) with Power (1) and Colour (2) and a record; Rooms (2) with two display orders of 0 to repair.
 inline void FillForChanges(CQelPropDB& db)
 {
     CQelTable lamps = TableOf(

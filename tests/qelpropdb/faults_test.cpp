@@ -43,8 +43,7 @@ protected:
     }
 };
 
-// The engine is interrupted once, at its first instruction, its second, and so on until the operation gets
-// through.
+// The engine is interrupted at its first instruction, its second, and so on until the operation gets through.
 TEST_P(Interrupted, OperationGivesACodeAndChangesNothing)
 {
     SAttempt whole;

@@ -13,8 +13,7 @@ using namespace qeltest;
 class WithoutMemory : public testing::TestWithParam<SChange>
 {};
 
-// Each attempt fails all requests of memory from one on, the first, the second, and so on until none is left
-// to fail.
+// Each attempt fails all requests of memory from one on: the first, the second, and so on.
 TEST_P(WithoutMemory, OperationGivesACodeAndIsWholeOrNotAtAll)
 {
     int failures = 0;

@@ -1,5 +1,4 @@
-// hard_failure_test.cpp: a busy file, a full disk, a damaged file, an interrupt: raised, never taken for an
-// end.
+// hard_failure_test.cpp: a busy file, a full disk, damage, an interrupt: raised, never taken for an end.
 #include "../support/result_matchers.h"
 #include "../support/sql_fixture.h"
 

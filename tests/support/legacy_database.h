@@ -65,9 +65,11 @@ std::string StoredHex(const CQelPropDB3X& db, unsigned short selector, unsigned 
 /// An open, empty database; log and notifier hear what comes after that.
 class CLegacyTest : public testing::Test
 {
+public:
+    ~CLegacyTest() override;
+
 protected:
     CLegacyTest();
-    ~CLegacyTest() override;
 
     unsigned long AddTable(const std::wstring& name, const std::vector<SLegacyColumn>& columns = {});
     /// Adds a record under an automatic oid, which comes back.
