@@ -1,5 +1,4 @@
-// legacy_bench.cpp: records of the legacy database beside raw SQLite that keeps the same bytes in the same
-// way.
+// legacy_bench.cpp: records of the legacy database beside raw SQLite keeping the same bytes the same way.
 #include <benchmark/benchmark.h>
 #include <qelplat4/utf16.h>
 #include <qelprop4/qelprop4.h>

@@ -1,5 +1,4 @@
-// propdb_bench.cpp: what the operations of the SQLite property database cost beside the same statements run
-// raw.
+// propdb_bench.cpp: operations of the SQLite property database beside the same statements run raw.
 #include "raw_propdb.h"
 
 #include <benchmark/benchmark.h>

@@ -1,5 +1,4 @@
-// raw_propdb.h: the statements of the property database run on the engine directly, as a twin to measure
-// against.
+// raw_propdb.h: the property database's statements run on the engine directly, as a twin to measure against.
 #pragma once
 
 #include <sqlite3.h>

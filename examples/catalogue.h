@@ -17,8 +17,8 @@ void Require(unsigned int code, const std::string& doing);
 
 /// Two tables, Sections and Packages, and one record for every section and package.
 ///
-/// The same for both kinds of database, since both offer the same operations. Every failure is thrown as
-/// std::runtime_error.
+/// The same for both kinds of database, since both offer the same operations.
+/// Every failure is thrown as std::runtime_error.
 template <class Database, class Table>
 class CCatalogue
 {

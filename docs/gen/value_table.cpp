@@ -1,5 +1,4 @@
-// value_table.cpp: prints docs/values.md: how values look and what typed texts become, asked of the library
-// itself.
+// value_table.cpp: prints docs/values.md: how values look and what typed texts become, as the library says.
 #include <qelplat4/utf16.h>
 #include <qelprop4/qelproperty.h>
 

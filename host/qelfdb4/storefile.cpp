@@ -10,8 +10,7 @@
 namespace qel {
 namespace {
 
-// Once a file has been told to be a store, others that hold it and damage that unmakes it have codes of their
-// own.
+// Once a file is known to be a store, others that hold it and damage that unmakes it have their own codes.
 unsigned int OpeningCode(unsigned int code)
 {
     switch (code) {

@@ -45,8 +45,8 @@ public:
     CQelFile& operator<<(const std::wstring& value);
     /// @}
 
-    /// Reads a value from its byte form. When the bytes of a text end early, the position stands behind its
-    /// count.
+    /// Reads a value from its byte form.
+    /// When the bytes of a text end early, the position stands behind its count.
     /// @{
     CQelFile& operator>>(unsigned short& value);
     CQelFile& operator>>(int& value);

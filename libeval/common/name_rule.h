@@ -5,8 +5,7 @@
 
 namespace qel {
 
-/// False for an empty name and for one with any of twenty refused characters; no limit of length, no other
-/// test.
+/// False for an empty name and for one with any of twenty refused characters; any length will do.
 bool IsValidName(std::wstring_view name);
 
 } // namespace qel

@@ -148,8 +148,8 @@ public:
                            const std::vector<SQelPropColumnData>& values);
     /// Reads one record: one element per column in the table's order, null where nothing is stored.
     /// @param out  keeps its memory where it fits; on failure in an unspecified but valid state
-    /// @return 10001 for a record that does not exist, too; 10020 no such table; 10011 a stored value is
-    ///         damaged
+    /// @return 10001 for a record that does not exist, too; 10020 no such table; 10011 a stored value
+    ///         is damaged
     unsigned int GetRecord(unsigned long tableOid, unsigned long recordOid,
                            std::vector<SQelPropColumnData>& out);
     /// Reads one value; null where nothing is stored.
@@ -169,8 +169,7 @@ public:
     const std::map<unsigned long, std::vector<SQelPropColumnData>>& GetBulkRecords();
     /// Lists a table's record oids.
     /// @param oids       out: unchanged with 17500 and 10020, empty with any other failure
-    /// @param sortItems  null: in the order in which the records were first stored; an empty list gives no
-    ///                   oids
+    /// @param sortItems  null: in the order in which the records were first stored; an empty list: no oids
     /// @return 10020 no such table; codes of GetRecord
     unsigned int GetRecordOids(unsigned long tableOid, std::vector<unsigned long>& oids,
                                const std::vector<SSortItem>* sortItems);

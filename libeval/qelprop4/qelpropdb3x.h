@@ -104,8 +104,8 @@ public:
     /// @return 10020 no such table; 17509 a Reference column refers to it
     unsigned int RemoveTable(unsigned long tableOid);
     /// Gives a table another name.
-    /// @return 10001 at once for the name that it has; 10020 no such table; 17503 name in use; 17502 invalid
-    ///         name
+    /// @return 10001 at once for the name that it has; 10020 no such table; 17503 name in use;
+    ///         17502 invalid name
     unsigned int RenameTable(unsigned long tableOid, const std::wstring& name);
 
     /// Stores a new column. The records keep their slots, so a new column wants a `dataIndex` that no other

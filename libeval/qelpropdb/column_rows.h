@@ -13,8 +13,7 @@ const wchar_t* InsertColumnText(bool withOid, bool displayLast);
 /// The statement that replaces a column's fields, with ?1 the table, ?2 the column and ?3 to ?12 the fields.
 const wchar_t* UpdateColumnText();
 
-/// Binds the fields from the type to the currency text to nine parameters and more, in the order of the
-/// table.
+/// Binds the fields from the type to the currency text, in the order of the stored table.
 /// @param first  parameter of the type
 /// @return the parameter after the last one bound, that of the display order
 int BindColumn(CQelSQLite::CStatement& statement, int first, const CQelTable::SQelColumn& column);

@@ -7,15 +7,13 @@
 
 namespace qel {
 
-/// Writes one record of a table, inside a transaction that the caller keeps. Failures of the engine are
-/// thrown.
+/// Writes one record of a table, inside a transaction that the caller keeps; throws the engine's failures.
 class CRecordWriter
 {
 public:
     CRecordWriter(CQelSQLite* db, unsigned long tableOid);
 
-    /// @param recordOid  in: 0 for the next free oid; out: the oid written under, if there was a value to
-    /// write
+    /// @param recordOid  in: 0 for the next free oid; out: the oid written under, if there was a value
     /// @return the code of the first statement that failed; thrown as 17201 when no new oid can be had
     unsigned int Write(unsigned long& recordOid, const TRecord& values);
 

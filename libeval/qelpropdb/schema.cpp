@@ -131,8 +131,7 @@ unsigned int CQelPropDB::OpenSchema()
     return repaired == qel::kSuccess ? loaded : repaired;
 }
 
-// The result is that of the last table that needed repair: a table that fails does not keep others from
-// theirs.
+// A table that fails does not keep others from their repair; the result is that of the last one.
 unsigned int CQelPropDB::RepairDisplayOrders()
 {
     unsigned int code = qel::kSuccess;

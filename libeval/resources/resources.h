@@ -18,8 +18,7 @@ enum EStringId : unsigned int
 
 /// Loads a text from this library's own table and no other; empty when there is none of this number.
 ///
-/// The thread's resource handle is this library's meanwhile and is put back at the end, also when memory runs
-/// out.
+/// The thread's resource handle is this library's meanwhile; it is put back even when memory runs out.
 std::wstring ModuleString(unsigned int id);
 
 } // namespace qel

@@ -12,8 +12,7 @@
 namespace qel {
 namespace {
 
-/// The bytes' text up to their terminator; empty for what does not convert or needs more units than there are
-/// bytes.
+/// The bytes' text up to their terminator; empty for what does not convert or needs more units than bytes.
 std::wstring TextOfCodePage(const std::string& text, unsigned int codePage)
 {
     std::vector<wchar_t> wide(text.size() + 1);

@@ -49,8 +49,7 @@ bool IsWholeSecond(double oleDate)
 
 } // namespace
 
-// Both reductions first look whether there is anything to reduce: long listings compare what is reduced
-// already.
+// Both look first whether there is anything to reduce: long listings compare what is reduced already.
 
 std::optional<double> DayOf(double oleDate)
 {

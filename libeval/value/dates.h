@@ -16,8 +16,7 @@ std::optional<double> TimeOfDay(double oleDate);
 /// @return nothing for a moment that the local calendar does not convert
 std::optional<double> LocalOleDate(long long seconds);
 
-/// True when the first OLE date is the earlier moment; false whichever way it is asked when one is no
-/// number.
+/// True when the first OLE date is the earlier moment; false either way when one is no number.
 bool IsEarlier(double left, double right);
 
 } // namespace qel

@@ -7,8 +7,7 @@
 
 namespace qel {
 
-/// The regional form of any type but null, text and hyperlink; empty for what does not convert and for
-/// unknown types.
+/// The regional form of any type but null, text and hyperlink; empty where there is none.
 std::wstring RegionalText(const CQelProperty::SData& data);
 
 } // namespace qel

@@ -44,8 +44,8 @@ public:
         Advance(count);
     }
 
-    /// Ends the text. @return characters with the terminator; 0 with error 122 and an empty text when it did
-    /// not fit
+    /// Ends the text.
+    /// @return characters with the terminator; 0 with error 122 and an empty text when it did not fit
     int Finish()
     {
         Add(L'\0');

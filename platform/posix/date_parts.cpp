@@ -17,8 +17,7 @@ struct SSortedNumbers
     std::vector<int> time;
 };
 
-// The numbers that time signs join are the time; failing those, the number beside the word for a half of the
-// day.
+// The numbers that time signs join are the time, else the number beside the word for a half of the day.
 std::optional<SSortedNumbers> SortOut(const SDateParts& parts)
 {
     const std::size_t count = parts.numbers.size();

@@ -85,8 +85,7 @@ private:
         return true;
     }
 
-    // A full stop is one where it does not stand between the numbers of a date; after a word it means
-    // nothing.
+    // A full stop is one unless it stands between the numbers of a date; after a word it means nothing.
     bool ReadTimeSign()
     {
         if (m_isFirst || m_pending == EPending::eDate)

@@ -66,8 +66,8 @@ std::wstring FieldOf(wchar_t letter, std::size_t count, EYear year)
     }
 }
 
-/// Adds text to a picture. Quotes stay where the pattern has them, since they hold letters that are fields
-/// elsewhere.
+/// Adds text to a picture.
+/// Quotes stay where the pattern has them, since they hold letters that are fields elsewhere.
 void AddText(std::wstring& picture, const SPicturePiece& piece, bool inQuotes)
 {
     if (piece.quoted && !inQuotes)
@@ -95,8 +95,7 @@ std::wstring PictureOf(const icu::SimpleDateFormat& format, EYear year)
     return inQuotes ? picture + L'\'' : picture;
 }
 
-/// CLDR parts the mark of the day's half from the hour with a narrow or a no-break space; a plain one is
-/// expected.
+/// CLDR has a narrow or a no-break space before the mark of the day's half, where a plain one is expected.
 std::wstring WithPlainSpaces(std::wstring time)
 {
     const std::size_t mark = time.find(L"tt");

@@ -25,8 +25,8 @@ SNumberSigns UserNumberSigns();
 ///
 /// Blanks, signs, parentheses and the currency symbol may stand before and behind; the grouping sign may
 /// stand anywhere after the first digit. "&H" and "&O" begin whole numbers of other bases.
-/// @return S_OK; DISP_E_TYPEMISMATCH when it is no number; DISP_E_OVERFLOW beyond the reals; `out` is
-/// unchanged then
+/// @param out  unchanged on failure
+/// @return S_OK; DISP_E_TYPEMISMATCH when it is no number; DISP_E_OVERFLOW beyond the reals
 HRESULT ReadNumber(std::wstring_view text, const SNumberSigns& signs, SNumber& out);
 
 /// A number of digits and a power of ten: 1234 and -2 are 12.34.

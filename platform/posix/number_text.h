@@ -37,8 +37,8 @@ struct SNumberLayout
 void WritePattern(CBoundedText& out, std::wstring_view pattern, const SDecimalText& number,
                   const SNumberLayout& layout, std::wstring_view symbol);
 
-/// The grouping setting "3;2;0" as a format has it: 32. Without the closing zero the last group does not
-/// repeat: 30.
+/// The grouping setting "3;2;0" as a format has it: 32.
+/// Without the closing zero the last group does not repeat: 30.
 unsigned int GroupingNumber(std::wstring_view setting);
 
 } // namespace qel

@@ -1,7 +1,7 @@
 // runtime_locale.cpp: the name of the locale that the original C runtime's functions would follow.
 //
 // The C library's own locale is left alone. It need not have the user's installed, and changing it while
-// other threads format or scan is not safe; what follows the user's locale here asks for the regional
+// other threads format or scan is not safe. What follows the user's locale here asks for the regional
 // settings instead.
 #include "locale_name.h"
 #include "user_locale.h"

@@ -7,8 +7,7 @@
 
 namespace qel {
 
-/// Blanks of any kind, no-break and wide ones among them, tabulators and line ends; whatever the C library's
-/// locale.
+/// Blanks of any kind, no-break and wide ones among them, tabulators and line ends, in every locale.
 bool IsBlank(wchar_t c);
 
 /// A regional setting of the user's; empty when there is none.

@@ -50,8 +50,7 @@ public:
     }
 
 private:
-    // All of it is plain memory, so that ending a thread runs nothing and the library can be unloaded at any
-    // time.
+    // Plain memory, so that ending a thread runs nothing and the library can be unloaded at any time.
     struct SRemembered
     {
         char name[48];

@@ -153,8 +153,7 @@ bool IsNumberType(VARTYPE type)
     return SUCCEEDED(StoreNumber(zero, type, unused));
 }
 
-// Where both have 32 or 64 bits, signed and unsigned numbers of the same width are the same bits; so is -1
-// for true.
+// 4294967295 becomes -1: the same 32 bits, where every other number that does not fit is refused.
 bool SharesBits(VARTYPE from, VARTYPE to)
 {
     return from == VT_UI4 && to == VT_I4;

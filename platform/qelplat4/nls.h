@@ -149,11 +149,9 @@ QELPLAT4_API int MultiByteToWideChar(UINT codePage, DWORD flags, LPCSTR bytes, i
 
 /// Sets or asks for the locale of the original C runtime, which scanning follows.
 ///
-/// It is a name of its own: the C library's locale stays as it is, since changing that disturbs other
-/// threads.
+/// It is a name of its own: the C library's locale, which other threads share, stays as it is.
 /// @param category  LC_ALL; any other gives null
-/// @param name      null asks; "" takes the user's from the environment; "C"; or a name that this function
-///                  gave
+/// @param name      null asks; "" takes the user's from the environment; else "C" or a name given before
 /// @return the name in force, valid for good; null, with nothing changed, for a name that ICU does not know
 QELPLAT4_API const wchar_t* _wsetlocale(int category, const wchar_t* name);
 
