@@ -79,7 +79,7 @@ public:
     unsigned int MaxTables() const;
     /// 255 columns in a table.
     unsigned int MaxColumns() const;
-    /// False for an empty name and for one with a blank or any of # % ( ) * , - . / : ; < > ? @ [ \ ] |
+    /// False for an empty name and for one with a blank or any of `#%()*,-./:;<>?@[\]|`.
     bool IsValidName(const std::wstring& name) const;
     /// Whether the catalogue in memory has a table of exactly this name.
     bool TableExists(const std::wstring& name) const;

@@ -3,12 +3,13 @@
 
 #include <qelplat4/afxmodule.h>
 
-// QEL_MODULE_ENTRY(attach, detach) gives the module its entry; to be used once in a library, at global scope.
-//
-// `BOOL attach(HINSTANCE)` runs when the library is loaded and `void detach()` when it is unloaded, if attach
-// gave TRUE. Neither may throw. Where the system lets an entry refuse the load, FALSE does so. Where it does
-// not, the refusal is kept: AfxLoadLibrary sees it and unloads the library again, and a host that had the
-// library loaded otherwise can ask it by the name AfxModuleIsAttached.
+/// @def QEL_MODULE_ENTRY(attach, detach)
+/// Gives the module its entry; to be used once in a library, at global scope.
+///
+/// `BOOL attach(HINSTANCE)` runs when the library is loaded and `void detach()` when it is unloaded, if
+/// attach gave TRUE. Neither may throw. Where the system lets an entry refuse the load, FALSE does so. Where
+/// it does not, the refusal is kept: AfxLoadLibrary sees it and unloads the library again, and a host that
+/// had the library loaded otherwise can ask it by the name AfxModuleIsAttached.
 #if defined(_WIN32) && !defined(QEL_STATIC)
 
 #define QEL_MODULE_ENTRY(attach, detach)                                                                     \

@@ -11,60 +11,74 @@
 
 #ifndef _WIN32
 
-/// Locales that the functions know; any other is refused with 87.
+/// @name Locales that the functions know
+/// Any other is refused with 87.
+/// @{
 constexpr LCID LOCALE_NEUTRAL = 0x0000;        ///< taken for the user's
 constexpr LCID LOCALE_USER_DEFAULT = 0x0400;   ///< the user's, category by category from the environment
 constexpr LCID LOCALE_SYSTEM_DEFAULT = 0x0800; ///< taken for the user's
 constexpr LCID LOCALE_INVARIANT = 0x007F;      ///< the neutral locale, whatever the environment says
+/// @}
 
-/// Settings, as GetLocaleInfoW takes them.
-constexpr LCTYPE LOCALE_SLIST = 0x000C;
-constexpr LCTYPE LOCALE_SDECIMAL = 0x000E;
-constexpr LCTYPE LOCALE_STHOUSAND = 0x000F;
-constexpr LCTYPE LOCALE_SGROUPING = 0x0010;
-constexpr LCTYPE LOCALE_IDIGITS = 0x0011;
-constexpr LCTYPE LOCALE_ILZERO = 0x0012;
-constexpr LCTYPE LOCALE_SCURRENCY = 0x0014;
-constexpr LCTYPE LOCALE_SINTLSYMBOL = 0x0015;
-constexpr LCTYPE LOCALE_SMONDECIMALSEP = 0x0016;
-constexpr LCTYPE LOCALE_SMONTHOUSANDSEP = 0x0017;
-constexpr LCTYPE LOCALE_SMONGROUPING = 0x0018;
-constexpr LCTYPE LOCALE_ICURRDIGITS = 0x0019;
-constexpr LCTYPE LOCALE_ICURRENCY = 0x001B;
-constexpr LCTYPE LOCALE_INEGCURR = 0x001C;
-constexpr LCTYPE LOCALE_SSHORTDATE = 0x001F;
-constexpr LCTYPE LOCALE_SLONGDATE = 0x0020;
-constexpr LCTYPE LOCALE_IDATE = 0x0021; ///< order of the short date: 0 month first, 1 day first, 2 year first
-constexpr LCTYPE LOCALE_S1159 = 0x0028;
-constexpr LCTYPE LOCALE_S2359 = 0x0029;
-constexpr LCTYPE LOCALE_SDAYNAME1 = 0x002A; ///< Monday; the six days that follow have the next numbers
-constexpr LCTYPE LOCALE_SDAYNAME7 = 0x0030;
-constexpr LCTYPE LOCALE_SABBREVDAYNAME1 = 0x0031;
-constexpr LCTYPE LOCALE_SABBREVDAYNAME7 = 0x0037;
-constexpr LCTYPE LOCALE_SMONTHNAME1 = 0x0038; ///< January; the other eleven months have the next numbers
-constexpr LCTYPE LOCALE_SMONTHNAME12 = 0x0043;
-constexpr LCTYPE LOCALE_SABBREVMONTHNAME1 = 0x0044;
-constexpr LCTYPE LOCALE_SABBREVMONTHNAME12 = 0x004F;
-constexpr LCTYPE LOCALE_SPOSITIVESIGN = 0x0050;
-constexpr LCTYPE LOCALE_SNEGATIVESIGN = 0x0051;
-constexpr LCTYPE LOCALE_STIMEFORMAT = 0x1003;
-constexpr LCTYPE LOCALE_IDEFAULTANSICODEPAGE = 0x1004;
-constexpr LCTYPE LOCALE_ICALENDARTYPE = 0x1009;
-constexpr LCTYPE LOCALE_INEGNUMBER = 0x1010;
+/// @name Settings
+/// As GetLocaleInfoW takes them; docs/regional-settings.md says what each is.
+/// @{
+constexpr LCTYPE LOCALE_SLIST = 0x000C;              ///< separator of lists
+constexpr LCTYPE LOCALE_SDECIMAL = 0x000E;           ///< decimal separator
+constexpr LCTYPE LOCALE_STHOUSAND = 0x000F;          ///< separator of groups
+constexpr LCTYPE LOCALE_SGROUPING = 0x0010;          ///< sizes of the groups, "3;0" or "3;2;0"
+constexpr LCTYPE LOCALE_IDIGITS = 0x0011;            ///< decimals
+constexpr LCTYPE LOCALE_ILZERO = 0x0012;             ///< 1: a zero before the decimal separator
+constexpr LCTYPE LOCALE_SCURRENCY = 0x0014;          ///< symbol of the region's currency
+constexpr LCTYPE LOCALE_SINTLSYMBOL = 0x0015;        ///< its ISO 4217 code
+constexpr LCTYPE LOCALE_SMONDECIMALSEP = 0x0016;     ///< decimal separator of amounts
+constexpr LCTYPE LOCALE_SMONTHOUSANDSEP = 0x0017;    ///< separator of groups in amounts
+constexpr LCTYPE LOCALE_SMONGROUPING = 0x0018;       ///< sizes of the groups in amounts
+constexpr LCTYPE LOCALE_ICURRDIGITS = 0x0019;        ///< decimals of amounts
+constexpr LCTYPE LOCALE_ICURRENCY = 0x001B;          ///< order of amounts, 0 to 3
+constexpr LCTYPE LOCALE_INEGCURR = 0x001C;           ///< order of negative amounts, 0 to 15
+constexpr LCTYPE LOCALE_SSHORTDATE = 0x001F;         ///< picture of the short date
+constexpr LCTYPE LOCALE_SLONGDATE = 0x0020;          ///< picture of the long date
+constexpr LCTYPE LOCALE_IDATE = 0x0021;              ///< short date: 0 month first, 1 day first, 2 year first
+constexpr LCTYPE LOCALE_S1159 = 0x0028;              ///< word for the first half of the day
+constexpr LCTYPE LOCALE_S2359 = 0x0029;              ///< word for the second half of the day
+constexpr LCTYPE LOCALE_SDAYNAME1 = 0x002A;          ///< Monday; the other days have the next numbers
+constexpr LCTYPE LOCALE_SDAYNAME7 = 0x0030;          ///< Sunday
+constexpr LCTYPE LOCALE_SABBREVDAYNAME1 = 0x0031;    ///< Monday, short
+constexpr LCTYPE LOCALE_SABBREVDAYNAME7 = 0x0037;    ///< Sunday, short
+constexpr LCTYPE LOCALE_SMONTHNAME1 = 0x0038;        ///< January; the other months have the next numbers
+constexpr LCTYPE LOCALE_SMONTHNAME12 = 0x0043;       ///< December
+constexpr LCTYPE LOCALE_SABBREVMONTHNAME1 = 0x0044;  ///< January, short
+constexpr LCTYPE LOCALE_SABBREVMONTHNAME12 = 0x004F; ///< December, short
+constexpr LCTYPE LOCALE_SPOSITIVESIGN = 0x0050;      ///< sign of positive numbers, if any
+constexpr LCTYPE LOCALE_SNEGATIVESIGN = 0x0051;      ///< sign of negative numbers
+constexpr LCTYPE LOCALE_STIMEFORMAT = 0x1003;        ///< picture of the time
+constexpr LCTYPE LOCALE_IDEFAULTANSICODEPAGE = 0x1004; ///< code page of texts given as bytes
+constexpr LCTYPE LOCALE_ICALENDARTYPE = 0x1009;        ///< 1 Gregorian, 7 Thai, 22 Persian, 23 Umm al-Qura
+constexpr LCTYPE LOCALE_INEGNUMBER = 0x1010;           ///< order of negative numbers, 0 to 4
+/// @}
 
-/// Flags beside a setting.
+/// @name Flags beside a setting
+/// @{
 constexpr LCTYPE LOCALE_NOUSEROVERRIDE = 0x80000000;        ///< changes nothing: there are no overrides
 constexpr LCTYPE LOCALE_USE_CP_ACP = 0x40000000;            ///< changes nothing: all text is wide
 constexpr LCTYPE LOCALE_RETURN_NUMBER = 0x20000000;         ///< a number instead of its text
 constexpr LCTYPE LOCALE_RETURN_GENITIVE_NAMES = 0x10000000; ///< a month as it stands after the day's number
+/// @}
 
-constexpr DWORD DATE_SHORTDATE = 0x00000001;
-constexpr DWORD DATE_LONGDATE = 0x00000002;
+/// @name Flags of GetDateFormatW
+/// @{
+constexpr DWORD DATE_SHORTDATE = 0x00000001; ///< day, month and year in digits
+constexpr DWORD DATE_LONGDATE = 0x00000002;  ///< with words
+/// @}
 
-constexpr UINT CP_ACP = 0;      ///< the code page of the user's language
-constexpr UINT CP_UTF7 = 65000; ///< always the same, as is the next
-constexpr UINT CP_UTF8 = 65001;
+/// @name Code pages and the flag of MultiByteToWideChar
+/// @{
+constexpr UINT CP_ACP = 0;                   ///< the code page of the user's language
+constexpr UINT CP_UTF7 = 65000;              ///< always the same, as is the next
+constexpr UINT CP_UTF8 = 65001;              ///< the code page of UTF-8
 constexpr DWORD MB_PRECOMPOSED = 0x00000001; ///< the only way there is; the same as no flag
+/// @}
 
 /// How a number is written. Both texts must be there; they may be empty.
 struct NUMBERFMTW

@@ -17,6 +17,8 @@
 
 #include <cstdint>
 
+/// @name Numbers and texts of the interfaces
+/// @{
 using BOOL = int;
 using BYTE = unsigned char;
 using WORD = std::uint16_t;
@@ -37,6 +39,7 @@ using LPWSTR = wchar_t*;
 using LPCWSTR = const wchar_t*;
 using LPSTR = char*;
 using LPCSTR = const char*;
+/// @}
 
 #ifndef TRUE
 #define TRUE 1
@@ -63,8 +66,11 @@ QELPLAT4_API DWORD GetLastError();
 /// Sets the calling thread's last error.
 QELPLAT4_API void SetLastError(DWORD code);
 
+/// @name Errors that the platform functions give
+/// @{
 constexpr DWORD ERROR_INVALID_FLAGS = 1004;
 constexpr DWORD ERROR_INVALID_PARAMETER = 87;
 constexpr DWORD ERROR_INSUFFICIENT_BUFFER = 122;
+/// @}
 
 #endif

@@ -99,6 +99,8 @@ struct tagVARIANT
 using VARIANT = tagVARIANT;
 using LPVARIANT = VARIANT*;
 
+/// @name Results of the variant's functions
+/// @{
 constexpr HRESULT S_OK = 0;
 constexpr HRESULT S_FALSE = 1;
 constexpr HRESULT E_INVALIDARG = static_cast<HRESULT>(0x80070057);
@@ -106,12 +108,15 @@ constexpr HRESULT E_OUTOFMEMORY = static_cast<HRESULT>(0x8007000E);
 constexpr HRESULT DISP_E_TYPEMISMATCH = static_cast<HRESULT>(0x80020005);
 constexpr HRESULT DISP_E_BADVARTYPE = static_cast<HRESULT>(0x80020008);
 constexpr HRESULT DISP_E_OVERFLOW = static_cast<HRESULT>(0x8002000A);
+/// @}
 
+/// Whether a result means success; S_FALSE does.
 constexpr bool SUCCEEDED(HRESULT result)
 {
     return result >= 0;
 }
 
+/// Whether a result means failure.
 constexpr bool FAILED(HRESULT result)
 {
     return result < 0;
