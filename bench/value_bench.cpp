@@ -90,7 +90,7 @@ void Copy(benchmark::State& state)
     const CQelProperty value = Sample(TypeOf(state));
     for (auto _ : state) {
         CQelProperty copy(value);
-        benchmark::DoNotOptimize(copy.Data().pBuffer);
+        benchmark::DoNotOptimize(copy);
     }
 }
 

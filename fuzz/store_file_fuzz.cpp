@@ -14,6 +14,12 @@ namespace {
 
 constexpr unsigned short kSelector = 1000;
 
+/// What the record with this oid holds in a sound store.
+std::string SoundBytes(unsigned int oid)
+{
+    return std::string(std::size_t{oid} * 13, static_cast<char>('a' + oid % 26));
+}
+
 /// A folder for this process and, in it, the bytes of a sound store that inputs are laid over.
 class CGround
 {
@@ -43,7 +49,7 @@ private:
         CDovBlobDB store;
         store.Create(Path(), 1);
         for (unsigned int oid = 1; oid <= 40; ++oid) {
-            const std::string bytes(oid * 13, static_cast<char>('a' + oid % 26));
+            const std::string bytes = SoundBytes(oid);
             store.Set({kSelector, oid}, bytes.data(), static_cast<unsigned int>(bytes.size()), 0);
         }
         const std::string large(9000, 'z');
@@ -65,7 +71,7 @@ std::string Patched(const std::string& sound, const unsigned char* data, std::si
         return std::string(data, data + size);
     std::string bytes = sound;
     while (size >= 3) {
-        const std::size_t at = (data[0] + 256U * data[1]) * 4 % bytes.size();
+        const std::size_t at = (data[0] + std::size_t{256} * data[1]) * 4 % bytes.size();
         const std::size_t length = std::min<std::size_t>({data[2] % 16U, size - 3, bytes.size() - at});
         std::copy(data + 3, data + 3 + length, bytes.begin() + static_cast<std::ptrdiff_t>(at));
         data += 3 + length;
@@ -82,7 +88,7 @@ void ReadAll(const CDovBlobDB& store)
     for (const unsigned long oid : oids)
         store.Get({kSelector, static_cast<unsigned int>(oid)}, blob);
     for (unsigned int oid = 1; oid <= 40; ++oid) {
-        const std::string sound(oid * 13, static_cast<char>('a' + oid % 26));
+        const std::string sound = SoundBytes(oid);
         if (store.Get({kSelector, oid}, blob) == qel::kSuccess &&
             !std::equal(sound.begin(), sound.end(), blob.GetData(), blob.GetData() + blob.GetSize()))
             std::abort(); // wrong bytes under a right checksum
