@@ -1,5 +1,6 @@
 // legacy_record_fuzz.cpp: any bytes as a record of a legacy table with columns of every type.
-#include <qellib4/qelexception.h>
+#include "reading.h"
+
 #include <qellib4/tavblob.h>
 
 #include "libeval/qelpropdb3x/record_codec.h"
@@ -26,16 +27,7 @@ CQelTable3X Table()
 bool IsRead(const TavBlob& bytes, const CQelTable3X& table, std::vector<SQelPropColumnData>& values)
 {
     qel::NameValues(table, values);
-    try {
-        qel::ReadSlots(bytes, table, values);
-        return true;
-    } catch (CQelException* exception) {
-        const unsigned int code = exception->GetCode();
-        exception->Delete();
-        if (code != 10011)
-            std::abort();
-        return false;
-    }
+    return qelfuzz::IsRead([&] { qel::ReadSlots(bytes, table, values); });
 }
 
 } // namespace

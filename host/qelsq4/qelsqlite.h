@@ -82,6 +82,8 @@ public:
 
     /// 10001 for 0, 100 and 101; 17300 + the primary code for any other raw result, extended or not.
     static unsigned int MapQelERR(int raw);
+    /// Whether a raw result, extended or not, is one of the hard failures above.
+    static bool IsHardFailure(int raw);
 
 private:
     friend class CSQLiteTransaction;

@@ -5,11 +5,11 @@
 
 #include <sqlite3.h>
 
-namespace qel {
-
-bool IsHardFailure(int raw)
+// The engine could not do what is right in itself, and a caller who tests nothing would take it for an end of
+// the data.
+bool CQelSQLite::IsHardFailure(int raw)
 {
-    switch (Primary(raw)) {
+    switch (qel::Primary(raw)) {
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
     case SQLITE_NOMEM:
@@ -26,19 +26,17 @@ bool IsHardFailure(int raw)
     }
 }
 
-int RaiseIfHard(int raw, int line)
-{
-    if (IsHardFailure(raw))
-        throw new CQelException(CQelSQLite::MapQelERR(raw), 0, L".\\qelsqlite", line, true);
-    return raw;
-}
-
-} // namespace qel
-
 unsigned int CQelSQLite::MapQelERR(int raw)
 {
     const int primary = qel::Primary(raw);
     if (primary == SQLITE_OK || primary == SQLITE_ROW || primary == SQLITE_DONE)
         return qel::kSuccess;
     return qel::kSqlBase + static_cast<unsigned int>(primary);
+}
+
+int qel::RaiseIfHard(int raw, int line)
+{
+    if (CQelSQLite::IsHardFailure(raw))
+        throw new CQelException(CQelSQLite::MapQelERR(raw), 0, L".\\qelsqlite", line, true);
+    return raw;
 }

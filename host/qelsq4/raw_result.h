@@ -9,11 +9,8 @@ constexpr int Primary(int raw)
     return raw & 0xFF;
 }
 
-/// Whether a failure is thrown by the operations whose results go untested: the engine could not do what is
-/// right in itself, and a caller who tests nothing would take it for an end of data.
-bool IsHardFailure(int raw);
-
-/// Throws the failure as CQelException with the mapped code if it is a hard one. @return the raw result
+/// Throws the failure as CQelException with the mapped code if it is a hard one.
+/// @return the raw result
 int RaiseIfHard(int raw, int line);
 
 } // namespace qel

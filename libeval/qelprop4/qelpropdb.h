@@ -189,6 +189,7 @@ protected:
     void ClearBulkCache();
 
 private:
+    unsigned int FindOpenTable(unsigned long tableOid, const CQelTable*& table, qel::SSite site) const;
     unsigned int CreateSchema();
     unsigned int OpenSchema();
     unsigned int RepairDisplayOrders();

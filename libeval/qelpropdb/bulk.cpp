@@ -108,12 +108,9 @@ unsigned int CQelPropDB::FillBulkCache()
         ClearBulkCache();
         CDovLogfileMethodTracker tracker(m_log, 5, L"CQelPropDB::FillBulkCache", __LINE__,
                                          qel::kSourceQelPropDB);
-        const unsigned int refusal = qel::RefuseUnlessOpen(m_db, m_log, QEL_SITE);
-        if (refusal != qel::kSuccess)
+        const CQelTable* table = nullptr;
+        if (const unsigned int refusal = FindOpenTable(kBulkTable, table, QEL_SITE); refusal != qel::kSuccess)
             return refusal;
-        const CQelTable* table = qel::FindTable(m_tables, kBulkTable);
-        if (table == nullptr)
-            return qel::LogRefusal(m_log, qel::kNotFound, QEL_SITE);
         return ReadBulkRecords(*table);
     });
     if (code != qel::kSuccess)

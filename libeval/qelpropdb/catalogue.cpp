@@ -44,17 +44,6 @@ bool NamesOidsOnly(const CQelTable& table)
            std::all_of(table.Columns().begin(), table.Columns().end(), qel::HasOidReferences);
 }
 
-// Failures that say nothing about the row but that the engine cannot go on; SQLite's codes for busy, locked,
-// no memory, interrupted, input or output, corrupt, full, cannot open, protocol and no database.
-bool IsHardFailure(int raw)
-{
-    for (const int hard : {5, 6, 7, 9, 10, 11, 13, 14, 15, 26}) {
-        if (raw == hard)
-            return true;
-    }
-    return false;
-}
-
 // Gives false for a row that cannot be inserted.
 bool InsertTableRow(CQelSQLite* db, const CQelTable::SData& table)
 {
@@ -68,7 +57,7 @@ bool InsertTableRow(CQelSQLite* db, const CQelTable::SData& table)
     statement.BindString(2, table.name);
     statement.BindString(3, table.description);
     const int raw = db->ExecStatement(&statement);
-    if (IsHardFailure(raw))
+    if (CQelSQLite::IsHardFailure(raw)) // which says nothing about the row but that the engine cannot go on
         qel::Raise(CQelSQLite::MapQelERR(raw), QEL_SITE);
     return raw == 0;
 }
@@ -92,6 +81,15 @@ unsigned int InsertColumnRows(CQelSQLite* db, unsigned long tableOid,
 }
 
 } // namespace
+
+unsigned int qel::Rename(CQelSQLite* db, const wchar_t* sql, unsigned long oid, const std::wstring& name)
+{
+    CQelSQLite::CStatement statement(db);
+    statement.Prepare(sql);
+    statement.BindInt(1, static_cast<long long>(oid));
+    statement.BindString(2, name);
+    return CQelSQLite::MapQelERR(statement.Execute());
+}
 
 unsigned int CQelPropDB::LoadTables(std::map<unsigned long, CQelTable>& tables)
 {
@@ -239,11 +237,8 @@ unsigned int CQelPropDB::RenameTable(unsigned long tableOid, const std::wstring&
         if (!qel::IsOid(tableOid))
             return qel::LogRefusal(m_log, qel::kNotFound, QEL_SITE);
         return EndTableChange(operation, tableOid, ChangeCatalogue([&] {
-                                  CQelSQLite::CStatement statement(m_db);
-                                  statement.Prepare(L"UPDATE qeltpt SET tname=?2 WHERE oid=?1");
-                                  statement.BindInt(1, static_cast<long long>(tableOid));
-                                  statement.BindString(2, name);
-                                  return CQelSQLite::MapQelERR(statement.Execute());
+                                  return qel::Rename(m_db, L"UPDATE qeltpt SET tname=?2 WHERE oid=?1",
+                                                     tableOid, name);
                               }));
     });
 }

@@ -3,6 +3,12 @@
 
 #include "frame.h"
 
+namespace qel {
+/// Gives a table or a column another name.
+/// @param sql  the statement, with ?1 the oid and ?2 the name
+unsigned int Rename(CQelSQLite* db, const wchar_t* sql, unsigned long oid, const std::wstring& name);
+} // namespace qel
+
 /// Runs statements in one transaction that ends with the catalogue read back; all or nothing.
 /// @param statements  gives the result code of the first one that failed, or success
 /// @param loads       how often the catalogue is read back

@@ -148,11 +148,8 @@ unsigned int CQelPropDB::RenameColumn(unsigned long tableOid, unsigned long colu
         if (qel::FindColumn(*table, columnOid) == nullptr)
             return qel::LogRefusal(m_log, qel::kNotFound, QEL_SITE);
         return EndTableChange(operation, tableOid, ChangeCatalogue([&] {
-                                  CQelSQLite::CStatement statement(m_db);
-                                  statement.Prepare(L"UPDATE qeltpc SET cname=?2 WHERE oid=?1");
-                                  statement.BindInt(1, static_cast<long long>(columnOid));
-                                  statement.BindString(2, name);
-                                  return CQelSQLite::MapQelERR(statement.Execute());
+                                  return qel::Rename(m_db, L"UPDATE qeltpc SET cname=?2 WHERE oid=?1",
+                                                     columnOid, name);
                               }));
     });
 }

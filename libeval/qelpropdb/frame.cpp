@@ -135,6 +135,14 @@ bool CQelPropDB::TableExists(const std::wstring& name) const
     return false;
 }
 
+unsigned int CQelPropDB::FindOpenTable(unsigned long tableOid, const CQelTable*& table, qel::SSite site) const
+{
+    if (const unsigned int refusal = qel::RefuseUnlessOpen(m_db, m_log, site); refusal != qel::kSuccess)
+        return refusal;
+    table = qel::FindTable(m_tables, tableOid);
+    return table != nullptr ? qel::kSuccess : qel::LogRefusal(m_log, qel::kNotFound, site);
+}
+
 unsigned int CQelPropDB::Optimize(const std::wstring&, CDovBlobDB::TProgress, unsigned int)
 {
     return qel::RunOperation(m_log, QEL_SITE, [&] {

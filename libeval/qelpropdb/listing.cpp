@@ -60,12 +60,9 @@ unsigned int CQelPropDB::GetRecordOids(unsigned long tableOid, std::vector<unsig
                                        const std::vector<SSortItem>* sortItems)
 {
     return qel::RunOperation(m_log, QEL_SITE, [&] {
-        const unsigned int refusal = qel::RefuseUnlessOpen(m_db, m_log, QEL_SITE);
-        if (refusal != qel::kSuccess)
+        const CQelTable* table = nullptr;
+        if (const unsigned int refusal = FindOpenTable(tableOid, table, QEL_SITE); refusal != qel::kSuccess)
             return refusal;
-        const CQelTable* table = qel::FindTable(m_tables, tableOid);
-        if (table == nullptr)
-            return qel::LogRefusal(m_log, qel::kNotFound, QEL_SITE);
         oids.clear();
         oids = sortItems == nullptr ? ListAsStored(m_db, *table, m_log)
                                     : ListSorted(m_db, *table, m_log, *sortItems);

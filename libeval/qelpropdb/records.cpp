@@ -114,12 +114,9 @@ unsigned int CQelPropDB::GetRecord(unsigned long tableOid, unsigned long recordO
                                    std::vector<SQelPropColumnData>& out)
 {
     return qel::RunOperation(m_log, QEL_SITE, [&] {
-        const unsigned int refusal = qel::RefuseUnlessOpen(m_db, m_log, QEL_SITE);
-        if (refusal != qel::kSuccess)
+        const CQelTable* table = nullptr;
+        if (const unsigned int refusal = FindOpenTable(tableOid, table, QEL_SITE); refusal != qel::kSuccess)
             return refusal;
-        const CQelTable* table = qel::FindTable(m_tables, tableOid);
-        if (table == nullptr)
-            return qel::LogRefusal(m_log, qel::kNotFound, QEL_SITE);
         qel::CRecordReader(m_db, *table).Read(recordOid, out);
         return qel::kSuccess;
     });
@@ -131,12 +128,9 @@ unsigned int CQelPropDB::GetColumn(unsigned long tableOid, unsigned long recordO
     return qel::RunOperation(m_log, QEL_SITE, [&] {
         out.value = CQelProperty();
         out.columnOid = columnOid;
-        const unsigned int refusal = qel::RefuseUnlessOpen(m_db, m_log, QEL_SITE);
-        if (refusal != qel::kSuccess)
+        const CQelTable* table = nullptr;
+        if (const unsigned int refusal = FindOpenTable(tableOid, table, QEL_SITE); refusal != qel::kSuccess)
             return refusal;
-        const CQelTable* table = qel::FindTable(m_tables, tableOid);
-        if (table == nullptr)
-            return qel::LogRefusal(m_log, qel::kNotFound, QEL_SITE);
         qel::TRecord record;
         qel::CRecordReader(m_db, *table).Read(recordOid, record);
         qel::TRecord::iterator element;
