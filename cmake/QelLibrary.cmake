@@ -16,6 +16,13 @@ if(QEL_COVERAGE)
     target_link_options(qel_options INTERFACE --coverage)
 endif()
 
+# The same object goes into a library and into a program that holds all of them, so that no source of the house may ask
+# for a name of another library in the way that only the import of a DLL can answer.
+set(QEL_HOUSE_DEFINITIONS "")
+if(WIN32)
+    set(QEL_HOUSE_DEFINITIONS QEL_IMPORT=)
+endif()
+
 # qel_objects(NAME LIBRARY <shared library it goes into> [DEPENDS <targets>] [DIRS <folders>])
 # Compiles every source of this folder (or DIRS) into the object library NAME.
 function(qel_objects name)
@@ -30,7 +37,7 @@ function(qel_objects name)
     endforeach()
     add_library(${name} OBJECT ${sources})
     string(TOUPPER ${ARG_LIBRARY} upper)
-    target_compile_definitions(${name} PRIVATE ${upper}_BUILD)
+    target_compile_definitions(${name} PRIVATE ${upper}_BUILD ${QEL_HOUSE_DEFINITIONS})
     target_link_libraries(${name} PRIVATE qel_options PUBLIC ${ARG_DEPENDS})
 endfunction()
 
@@ -77,6 +84,9 @@ function(qel_shared name)
     if(NOT QEL_SANITIZE) # whose run-time is the program's
         target_link_options(${name} PRIVATE -Wl,--no-undefined)
     endif()
+    if(WIN32)
+        set_target_properties(${name} PROPERTIES PREFIX "")
+    endif()
     set_target_properties(${name} PROPERTIES
         VERSION ${PROJECT_VERSION}
         SOVERSION ${PROJECT_VERSION_MAJOR}
@@ -105,4 +115,8 @@ function(qel_whole name)
     set_target_properties(${name} PROPERTIES LINKER_LANGUAGE CXX)
     target_link_libraries(${name} PUBLIC ${outside_libraries} qel_libeval_headers)
     target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR})
+    target_compile_definitions(${name} INTERFACE ${QEL_HOUSE_DEFINITIONS})
+    if(WIN32)
+        target_link_options(${name} INTERFACE -static)
+    endif()
 endfunction()

@@ -1,12 +1,11 @@
 // export.h: how symbols leave a library, and the calling convention of callbacks, on each platform.
 #pragma once
 
-#if defined(_WIN32) && !defined(QEL_STATIC)
+#ifdef _WIN32
 #define QEL_EXPORT __declspec(dllexport)
+#ifndef QEL_IMPORT // the libraries' own build leaves the import to the linker
 #define QEL_IMPORT __declspec(dllimport)
-#elif defined(_WIN32)
-#define QEL_EXPORT
-#define QEL_IMPORT
+#endif
 #else
 #define QEL_EXPORT __attribute__((visibility("default")))
 #define QEL_IMPORT __attribute__((visibility("default")))

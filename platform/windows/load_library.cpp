@@ -11,8 +11,6 @@ BOOL AfxFreeLibrary(HINSTANCE library)
     return library != nullptr ? FreeLibrary(library) : FALSE;
 }
 
-#ifdef QEL_STATIC
-
 namespace qel {
 
 HINSTANCE ModuleOf(const void* address)
@@ -24,5 +22,3 @@ HINSTANCE ModuleOf(const void* address)
 }
 
 } // namespace qel
-
-#endif
