@@ -42,6 +42,9 @@ struct SThrow
 
 class OutsideExceptions : public testing::TestWithParam<SThrow>
 {
+public:
+    ~OutsideExceptions() override { db.SetNotifyCallback(nullptr, 0); }
+
 protected:
     OutsideExceptions()
     {
@@ -57,7 +60,6 @@ protected:
         db.SetNotifyCallback(Hear, 0);
         Told();
     }
-    ~OutsideExceptions() override { db.SetNotifyCallback(nullptr, 0); }
 
     CThrowingSQLite sql;
     CHostLog log;

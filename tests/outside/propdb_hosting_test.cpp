@@ -11,9 +11,11 @@ class OutsideHosting : public CPropertyHost
 /// A connection that the host opened with SQLite itself.
 class OutsideOwnHandle : public testing::TestWithParam<const char*>
 {
+public:
+    ~OutsideOwnHandle() override { sqlite3_close(handle); }
+
 protected:
     OutsideOwnHandle() { sqlite3_open(file.Name().c_str(), &handle); }
-    ~OutsideOwnHandle() override { sqlite3_close(handle); }
 
     CDatabaseFile file;
     sqlite3* handle = nullptr;

@@ -119,6 +119,13 @@ TEST_F(OutsideTransactions, NotificationComesAfterTheCommit)
 /// A database in a file that a second connection locks.
 class OutsideBusy : public testing::Test
 {
+public:
+    ~OutsideBusy() override
+    {
+        db.SetNotifyCallback(nullptr, 0);
+        sqlite3_close(other);
+    }
+
 protected:
     OutsideBusy()
     {
@@ -133,11 +140,6 @@ protected:
         db.SetLogfile(&log);
         db.SetNotifyCallback(Hear, 0);
         Told();
-    }
-    ~OutsideBusy() override
-    {
-        db.SetNotifyCallback(nullptr, 0);
-        sqlite3_close(other);
     }
     void Lock(const char* how) { ASSERT_EQ(outside::Run(other, how), 0); }
 

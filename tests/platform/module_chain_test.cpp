@@ -12,7 +12,7 @@ constexpr AFX_STRING_RESOURCE kSecondTexts[] = {{7, L"second seven"}};
 
 class ModuleChain : public testing::Test
 {
-protected:
+public:
     ~ModuleChain() override
     {
         AfxTermExtensionModule(first);
@@ -20,6 +20,8 @@ protected:
         AfxSetModuleFilter(nullptr);
         AfxSetResourceHandle(nullptr);
     }
+
+protected:
     void Join(AFX_EXTENSION_MODULE& state, HINSTANCE handle)
     {
         ASSERT_NE(AfxInitExtensionModule(state, handle), FALSE);

@@ -43,13 +43,15 @@ TEST(ModuleStrings, OtherNumbersHaveNoText)
 /// A host's module with texts of its own under numbers of the library.
 class HostModule : public testing::Test
 {
+public:
+    ~HostModule() override { AfxTermExtensionModule(state); }
+
 protected:
     HostModule()
     {
         AfxInitExtensionModule(state, handle);
         new CDynLinkLibrary(state);
     }
-    ~HostModule() override { AfxTermExtensionModule(state); }
 
     static constexpr AFX_STRING_RESOURCE kTexts[] = {{15002, L"Jawohl"}, {15214, L"Moment"}};
     HINSTANCE handle = reinterpret_cast<HINSTANCE>(this);

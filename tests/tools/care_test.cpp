@@ -16,6 +16,9 @@ namespace {
 /// A file with one table, Lamps, of a text and a reference to itself, and one record.
 class Care : public testing::Test
 {
+public:
+    ~Care() override { qel::SetInterrupted(false); }
+
 protected:
     Care()
     {
@@ -25,7 +28,6 @@ protected:
         Run({"add-column", Path(L"a.db"), "Lamps", "Next:reference:Lamps.Name"});
         Run({"add", Path(L"a.db"), "Lamps", "Name=Desk"});
     }
-    ~Care() override { qel::SetInterrupted(false); }
 
     std::string Path(const std::wstring& name) const { return qel::ToUtf8(m_folder.Path(name)); }
 
