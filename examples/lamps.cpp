@@ -1,4 +1,4 @@
-// lamps.cpp: a whole host in thirty lines; README.md shows it.
+// lamps.cpp: a whole host in forty lines; README.md shows it.
 #include <qelprop4/qelprop4.h>
 
 #include <iostream>
