@@ -18,7 +18,8 @@ void Run(CQelSQLite& db, const wchar_t* sql);
 std::wstring AskText(CQelSQLite& db, const wchar_t* sql);
 long long AskInt(CQelSQLite& db, const wchar_t* sql);
 
-/// Steps a query. @return whether there is a row; throws for anything but a row or the end
+/// Steps a query.
+/// @return whether there is a row; throws for anything but a row or the end
 bool Next(CQelSQLite::CStatement& statement);
 
 } // namespace qel

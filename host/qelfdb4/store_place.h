@@ -36,7 +36,8 @@ public:
     /// @return false when one of them stays
     bool DeleteSideFiles() const;
     bool DeleteWalFiles() const;
-    /// Deletes the store file and its side files. @return false when one of them stays
+    /// Deletes the store file and its side files.
+    /// @return false when one of them stays
     bool DeleteAll() const;
 
 private:

@@ -38,12 +38,15 @@ public:
     /// Sees to it that a text is kept, so that running it later does not fail for lack of memory.
     /// @return raw, as Take gives it
     int KeepReady(const wchar_t* text) noexcept;
-    /// Runs a kept statement that gives no rows. @return 0, else a raw code, logged
+    /// Runs a kept statement that gives no rows.
+    /// @return 0, else a raw code, logged
     int Run(const wchar_t* text) noexcept;
-    /// Runs a batch; nothing of it is kept. @return 0, else a raw code, logged
+    /// Runs a batch; nothing of it is kept.
+    /// @return 0, else a raw code, logged
     int RunBatch(const wchar_t* sql) noexcept;
     /// To be called with every failure: logs it with the engine's message, and ends the guards whose
-    /// transaction the engine has undone itself. @return the primary code
+    /// transaction the engine has undone itself.
+    /// @return the primary code
     int Failed(int raw, int line) noexcept;
 
     /// Whether the engine has a transaction open.

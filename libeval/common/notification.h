@@ -5,7 +5,8 @@
 
 namespace qel {
 
-/// Calls the host's callback. @return its result; true without one
+/// Calls the host's callback.
+/// @return its result; true without one
 inline bool Notify(TQelNotifyCallback callback, unsigned int user, EPropDBMessage message,
                    unsigned long first, unsigned long second)
 {

@@ -11,9 +11,11 @@ namespace qel {
 inline constexpr const wchar_t* kSourceQelPropDB = L".\\qelpropdb";
 inline constexpr const wchar_t* kSourceQelPropDB3X = L".\\qelpropdb3x";
 
-/// Logs a fault as an error. @return the code
+/// Logs a fault as an error.
+/// @return the code
 unsigned int LogFault(CDovLogfile* log, unsigned int code, SSite site);
-/// Logs the refusal of a caller's request as an informal entry of level 2. @return the code
+/// Logs the refusal of a caller's request as an informal entry of level 2.
+/// @return the code
 unsigned int LogRefusal(CDovLogfile* log, unsigned int code, SSite site);
 
 /// The lines that open and close an operation. Not copied.
@@ -29,7 +31,8 @@ public:
     COperation(const COperation&) = delete;
     COperation& operator=(const COperation&) = delete;
 
-    /// Logs a result other than success and `quiet` as an error, and then "- Done". @return the code
+    /// Logs a result other than success and `quiet` as an error, and then "- Done".
+    /// @return the code
     unsigned int Done(unsigned int code, unsigned int quiet = kSuccess);
 
 private:

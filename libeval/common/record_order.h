@@ -45,9 +45,11 @@ public:
     CRecordOrder(const CRecordOrder&) = delete;
     CRecordOrder& operator=(const CRecordOrder&) = delete;
 
-    /// Takes one record. @param record  the values that are sorted by are moved out of it
+    /// Takes one record.
+    /// @param record  the values that are sorted by are moved out of it
     void Add(unsigned long recordOid, std::vector<SQelPropColumnData>& record);
-    /// Sorts what was added. @param oids  out: replaced by the record oids; empty when there are no keys
+    /// Sorts what was added.
+    /// @param oids  out: replaced by the record oids; empty when there are no keys
     void List(std::vector<unsigned long>& oids);
 
 private:

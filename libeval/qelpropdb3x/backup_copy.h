@@ -17,10 +17,12 @@ public:
     const std::wstring& StorePath() const { return m_storePath; }
     /// Removes a copy that an earlier process left, or this one.
     void Delete() const;
-    /// Copies the store file. @return false when the copy could not be made
+    /// Copies the store file.
+    /// @return false when the copy could not be made
     bool Make() const;
     /// Puts the copy in the store's place, side files of the store gone. If there is no copy to be had, the
-    /// store's files stay what they were. @return false when the copy is not in place
+    /// store's files stay what they were.
+    /// @return false when the copy is not in place
     bool PutBack() const;
 
 private:

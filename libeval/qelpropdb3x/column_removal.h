@@ -26,7 +26,8 @@ public:
     /// @throws CQelException* with the code of a failure while records are rewritten
     unsigned int Run(CLegacyOperation& operation);
     /// Tells the host and drops the copy after success, puts the copy back after a failure.
-    /// @param code  result of Run, or the code of what it threw. @return the same code
+    /// @param code  result of Run, or the code of what it threw
+    /// @return the same code
     unsigned int Finish(unsigned int code);
 
 private:

@@ -17,9 +17,11 @@ public:
     CLegacyOperation(const CLegacyOperation&) = delete;
     CLegacyOperation& operator=(const CLegacyOperation&) = delete;
 
-    /// Logs a refusal as an informal entry. @return the code
+    /// Logs a refusal as an informal entry.
+    /// @return the code
     unsigned int Refuse(unsigned int code);
-    /// Logs a fault as an error. @return the code
+    /// Logs a fault as an error.
+    /// @return the code
     unsigned int Fail(unsigned int code);
     /// Writes an informal line of the operation's own level.
     void Note(const wchar_t* text);

@@ -3,7 +3,8 @@
 
 namespace qel {
 
-/// Copies the first column with this oid to `out`. @return false, leaving `out`, when there is none
+/// Copies the first column with this oid to `out`.
+/// @return false, leaving `out`, when there is none
 template <class Columns, class Column>
 bool CopyColumn(unsigned long columnOid, const Columns& columns, Column& out)
 {

@@ -24,7 +24,8 @@ std::string_view Print(DigitBuffer& buffer, double magnitude, std::chars_format 
     return {buffer.data(), static_cast<std::size_t>(result.ptr - buffer.data())};
 }
 
-/// Adds one to the last place. @return false when the carry runs out of the text, which is then all zeros
+/// Adds one to the last place.
+/// @return false when the carry runs out of the text, which is then all zeros
 bool Increment(std::string& digits)
 {
     for (auto digit = digits.rbegin(); digit != digits.rend(); ++digit) {

@@ -11,9 +11,11 @@ namespace qel {
 /// Replaces the blob's content by the stored form of the value.
 void EncodeInto(TavBlob& blob, const CQelProperty& value);
 
-/// Bytes that the stored form takes. @throws std::bad_alloc when 32 bits cannot hold the number
+/// Bytes that the stored form takes.
+/// @throws std::bad_alloc when 32 bits cannot hold the number
 unsigned int EncodedSize(const CQelProperty& value);
-/// Writes the stored form to memory that holds EncodedSize bytes. @return the end of what was written
+/// Writes the stored form to memory that holds EncodedSize bytes.
+/// @return the end of what was written
 unsigned char* EncodeTo(unsigned char* out, const CQelProperty& value);
 
 /// Reads a value from its stored form; bytes after it are left alone, and the time bias stays as it was.

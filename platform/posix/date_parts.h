@@ -31,7 +31,8 @@ struct SDateParts
     std::size_t halfAt = 0; ///< count of the numbers before the word for the half of the day
 };
 
-/// Finds the date and the time that the parts mean. @return false, with `date` unchanged, when there is none
+/// Finds the date and the time that the parts mean.
+/// @return false, with `date` unchanged, when there is none
 bool DateOfParts(const SDateParts& parts, EDateOrder order, int thisYear, double& date);
 
 } // namespace qel

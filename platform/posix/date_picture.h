@@ -24,7 +24,8 @@ public:
     CPictureReader(std::wstring_view picture, std::wstring_view letters) : m_rest(picture), m_letters(letters)
     {}
 
-    /// Gives the next piece. @return false at the end
+    /// Gives the next piece.
+    /// @return false at the end
     bool Next(SPicturePiece& piece);
 
 private:

@@ -54,7 +54,8 @@ SNumberLayout LayoutOf(const Format& format)
             format.lpThousandSep};
 }
 
-/// Checks what every call has in common. @return 0 or the error
+/// Checks what every call has in common.
+/// @return 0 or the error
 template <typename Format>
 DWORD ErrorOf(const SLocaleData* data, DWORD flags, LPCWSTR number, const Format* format, LPWSTR out,
               int capacity)

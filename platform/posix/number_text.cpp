@@ -22,7 +22,8 @@ std::wstring_view WithoutLeadingZeros(std::wstring_view digits)
     return digits.substr(std::min(digits.find_first_not_of(L'0'), digits.size()));
 }
 
-/// Adds one to the last digit. @return the digits, one more when every one was a nine
+/// Adds one to the last digit.
+/// @return the digits, one more when every one was a nine
 std::wstring Increment(std::wstring digits)
 {
     for (std::size_t i = digits.size(); i-- > 0;) {

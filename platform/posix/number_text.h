@@ -20,7 +20,8 @@ struct SDecimalText
 };
 
 /// Reads a text of digits with an optional sign and point, rounded half away from zero to a number of
-/// decimals. The views lead into `text` or into `out.rounded`. @return false for any other text
+/// decimals. The views lead into `text` or into `out.rounded`.
+/// @return false for any other text
 bool ReadDecimal(std::wstring_view text, std::size_t decimals, SDecimalText& out);
 
 /// What is common to the formats of numbers and amounts.

@@ -89,7 +89,8 @@ public:
         return m_current = m_user;
     }
 
-    /// Takes a name over for good. @return null for one that is neither known nor was given before
+    /// Takes a name over for good.
+    /// @return null for one that is neither known nor was given before
     const wchar_t* Set(const std::wstring& name)
     {
         const std::lock_guard<std::mutex> lock(m_guard);

@@ -36,7 +36,8 @@ public:
         return true;
     }
 
-    /// Takes a sign. @return true for a minus
+    /// Takes a sign.
+    /// @return true for a minus
     bool TakeSign()
     {
         const bool isMinus = Skip(L'-');
@@ -45,7 +46,8 @@ public:
         return isMinus;
     }
 
-    /// Appends the digits that stand here. @return whether there were any
+    /// Appends the digits that stand here.
+    /// @return whether there were any
     bool TakeDigits(std::string& digits)
     {
         const std::size_t before = digits.size();

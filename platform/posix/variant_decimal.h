@@ -11,7 +11,8 @@ namespace qel {
 HRESULT NumberOfDecimal(const DECIMAL& decimal, SNumber& out);
 HRESULT TextOfDecimal(const DECIMAL& decimal, const std::wstring& decimalSign, std::wstring& out);
 
-/// Whole numbers and amounts exactly, reals by their first fifteen digits. @return S_OK or DISP_E_OVERFLOW
+/// Whole numbers and amounts exactly, reals by their first fifteen digits.
+/// @return S_OK or DISP_E_OVERFLOW
 HRESULT ToDecimal(const SNumber& number, DECIMAL& out);
 
 } // namespace qel

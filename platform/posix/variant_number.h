@@ -24,7 +24,8 @@ SNumber NumberOfNatural(unsigned long long value);
 SNumber NumberOfReal(double value);
 SNumber NumberOfCurrency(long long tenThousandths);
 
-/// Rounded half to even. @return S_OK, or DISP_E_OVERFLOW when it lies outside the bounds
+/// Rounded half to even.
+/// @return S_OK, or DISP_E_OVERFLOW when it lies outside the bounds
 HRESULT ToInteger(const SNumber& number, long long least, long long most, long long& out);
 HRESULT ToNatural(const SNumber& number, unsigned long long most, unsigned long long& out);
 /// Ten-thousandths, rounded half to even from the exact value.

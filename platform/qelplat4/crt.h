@@ -21,7 +21,8 @@ QELPLAT4_API long long _mktime64(std::tm* local);
 /// Number at the start of the text, after blanks and a sign; 0 when there is none. Wraps around at 32 bits.
 QELPLAT4_API int _wtoi(const wchar_t* text);
 
-/// Compares without regard to the case of letters. @return below, equal to or above 0
+/// Compares without regard to the case of letters.
+/// @return below, equal to or above 0
 QELPLAT4_API int _wcsicmp(const wchar_t* left, const wchar_t* right);
 
 /// Sets a variable of the environment, or takes it out when the value is empty.
