@@ -86,7 +86,7 @@ void ReadAll(const CDovBlobDB& store)
     store.GetOids(kSelector, oids, false);
     TavBlob blob;
     for (const unsigned long oid : oids)
-        store.Get({kSelector, static_cast<unsigned int>(oid)}, blob);
+        store.Get({kSelector, oid}, blob);
     for (unsigned int oid = 1; oid <= 40; ++oid) {
         const std::string sound = SoundBytes(oid);
         if (store.Get({kSelector, oid}, blob) == qel::kSuccess &&

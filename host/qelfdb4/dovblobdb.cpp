@@ -68,17 +68,33 @@ unsigned int Answer(CDovLogfile* log, const SCall& call, Body&& body) noexcept
     return code;
 }
 
+// Cut to 32 bits, a wider object id would name another record.
+bool CanExist(const CDovBlobDB::SSelector* record)
+{
+    constexpr unsigned long long kLargestOid = 0xFFFFFFFF;
+    return record == nullptr || kLargestOid >= record->oid;
+}
+
 template <class Body>
 unsigned int Read(const std::shared_ptr<CStoreFile>& file, CDovLogfile* log, const SCall& call, Body&& body)
 {
-    return Answer(log, call, [&] { return file->IsOpen() ? body(*file) : kNotOpen; });
+    return Answer(log, call, [&] {
+        if (!file->IsOpen())
+            return kNotOpen;
+        return CanExist(call.record) ? body(*file) : kNotFound;
+    });
 }
 
 template <class Body>
 unsigned int Change(const std::shared_ptr<CStoreFile>& file, CDovLogfile* log, const SCall& call, Body&& body)
 {
-    return Read(file, log, call,
-                [&](CStoreFile& open) { return open.IsReadOnly() ? kReadOnly : body(open); });
+    return Answer(log, call, [&] {
+        if (!file->IsOpen())
+            return kNotOpen;
+        if (file->IsReadOnly())
+            return kReadOnly;
+        return CanExist(call.record) ? body(*file) : kNotFound;
+    });
 }
 
 } // namespace

@@ -26,7 +26,7 @@ public:
     struct SSelector
     {
         unsigned short selector; ///< the group that the record belongs to
-        unsigned int oid;        ///< its number in the group
+        unsigned long oid;       ///< its number in the group; one wider than 32 bits names no record (10020)
     };
 
     /// What a progress callback is told.

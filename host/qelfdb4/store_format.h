@@ -27,9 +27,9 @@ inline constexpr const wchar_t* kCreateSync =
     L"CREATE TABLE sync(id INTEGER PRIMARY KEY, count INTEGER NOT NULL)";
 
 /// Key of a record.
-constexpr long long KeyOf(unsigned short selector, unsigned int oid)
+constexpr long long KeyOf(unsigned short selector, unsigned long oid)
 {
-    return (static_cast<long long>(selector) << 32) | oid;
+    return (static_cast<long long>(selector) << 32) | static_cast<long long>(oid);
 }
 
 constexpr long long KeyOf(const CDovBlobDB::SSelector& record)
@@ -42,7 +42,7 @@ inline constexpr long long kLargestKey = KeyOf(0xFFFF, 0xFFFFFFFF);
 /// Address behind a key from 0 to kLargestKey.
 constexpr CDovBlobDB::SSelector AddressOf(long long key)
 {
-    return {static_cast<unsigned short>(key >> 32), static_cast<unsigned int>(key & 0xFFFFFFFF)};
+    return {static_cast<unsigned short>(key >> 32), static_cast<unsigned long>(key & 0xFFFFFFFF)};
 }
 
 /// Checksum of a record; `data` may be null when size is 0.

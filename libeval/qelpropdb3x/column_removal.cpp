@@ -122,7 +122,7 @@ void CColumnRemoval::RewriteRecords()
         Require(m_db.GetRecord(m_tableOid, oid, values), __LINE__);
         ArrangeSlots(values, slots);
         WriteSlots(bytes, slots);
-        const CDovBlobDB::SSelector address = {SelectorOf(m_tableOid), static_cast<unsigned int>(oid)};
+        const CDovBlobDB::SSelector address = {SelectorOf(m_tableOid), oid};
         Require(m_db.m_store.Set(address, bytes.GetData(), bytes.GetSize(), 0), __LINE__);
     }
 }

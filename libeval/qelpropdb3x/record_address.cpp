@@ -15,7 +15,7 @@ std::optional<CDovBlobDB::SSelector> AddressOf(unsigned long tableOid, unsigned 
         return std::nullopt;
     if (IsSchemaSelector(selector) && recordOid == kSchemaRecord.oid)
         return std::nullopt;
-    return CDovBlobDB::SSelector{selector, static_cast<unsigned int>(recordOid)};
+    return CDovBlobDB::SSelector{selector, recordOid};
 }
 
 bool SharesSelector(const TLegacyTables& tables, unsigned long tableOid)

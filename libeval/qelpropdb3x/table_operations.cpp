@@ -156,7 +156,7 @@ unsigned int CQelPropDB3X::RemoveRecordsOf(unsigned long tableOid)
     std::vector<unsigned long> oids;
     unsigned int code = qel::ListRecords(m_store, tableOid, oids);
     for (std::size_t i = 0; code == kSuccess && i < oids.size(); ++i)
-        code = m_store.Remove({selector, static_cast<unsigned int>(oids[i])});
+        code = m_store.Remove({selector, oids[i]});
     return code;
 }
 

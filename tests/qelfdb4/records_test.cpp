@@ -75,6 +75,26 @@ TEST_F(StoreRecords, WholeRangeOfAddressesIsKeptApart)
     EXPECT_EQ(Dump(store, 65535), "0=65535:0 4294967295=65535:4294967295");
 }
 
+TEST_F(StoreRecords, NumberWiderThan32BitsNamesNoRecordAndIsNeverCut)
+{
+    if (sizeof(unsigned long) == 4)
+        GTEST_SKIP() << "every unsigned long is an object id here";
+    const CDovBlobDB::SSelector wide = {7, static_cast<unsigned long>(0x100000001ULL)};
+    ASSERT_THAT(Put(store, 7, 1, "one"), Succeeds());
+    unsigned int size = 9;
+    char byte = 'x';
+    EXPECT_THAT(store.Set(wide, "two", 3, 0), Gives(10020));
+    EXPECT_THAT(store.GetSize(wide, size), Gives(10020));
+    EXPECT_THAT(store.Get(wide, &byte), Gives(10020));
+    EXPECT_THAT(store.Remove(wide), Gives(10020));
+    EXPECT_FALSE(store.HasRecord(wide));
+    EXPECT_EQ(Dump(store, 7), "1=one");
+    Reopen(true);
+    EXPECT_THAT(store.Set(wide, "two", 3, 0), Gives(17501));
+    store.Close();
+    EXPECT_THAT(store.Get(wide, &byte), Gives(17500));
+}
+
 TEST_F(StoreRecords, OidsComeAscending)
 {
     for (const unsigned int oid : {40U, 7U, 4294967295U, 1U, 2147483648U})

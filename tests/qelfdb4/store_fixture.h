@@ -11,14 +11,14 @@
 
 namespace qeltest {
 
-inline unsigned int Put(CDovBlobDB& store, unsigned short selector, unsigned int oid,
+inline unsigned int Put(CDovBlobDB& store, unsigned short selector, unsigned long oid,
                         const std::string& bytes, unsigned int priority = 0)
 {
     return store.Set({selector, oid}, bytes.data(), static_cast<unsigned int>(bytes.size()), priority);
 }
 
 /// The record's bytes, or "code N" where they cannot be had.
-inline std::string Take(const CDovBlobDB& store, unsigned short selector, unsigned int oid)
+inline std::string Take(const CDovBlobDB& store, unsigned short selector, unsigned long oid)
 {
     TavBlob blob;
     if (const unsigned int code = store.Get({selector, oid}, blob); code != qel::kSuccess)
@@ -34,8 +34,7 @@ inline std::string Dump(const CDovBlobDB& store, unsigned short selector)
         return "code " + std::to_string(code);
     std::string text;
     for (const unsigned long oid : oids)
-        text += (text.empty() ? "" : " ") + std::to_string(oid) + "=" +
-                Take(store, selector, static_cast<unsigned int>(oid));
+        text += (text.empty() ? "" : " ") + std::to_string(oid) + "=" + Take(store, selector, oid);
     return text;
 }
 
