@@ -42,6 +42,16 @@ public:
     /// The same, moved out of an object that is about to end.
     std::wstring Text() && { return std::move(m_text); }
 
+    /// Texts are compared, never their addresses; null counts as empty.
+    /// @{
+    friend bool operator==(const CString& left, const CString& right) { return left.m_text == right.m_text; }
+    friend bool operator==(const CString& left, const wchar_t* right) { return left == CString(right); }
+    friend bool operator==(const wchar_t* left, const CString& right) { return CString(left) == right; }
+    friend bool operator!=(const CString& left, const CString& right) { return !(left == right); }
+    friend bool operator!=(const CString& left, const wchar_t* right) { return !(left == right); }
+    friend bool operator!=(const wchar_t* left, const CString& right) { return !(left == right); }
+    /// @}
+
 private:
     std::wstring m_text;
 };

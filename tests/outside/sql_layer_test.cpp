@@ -70,6 +70,19 @@ TEST_F(OutsideSqlLayer, ValuesOfEveryKindGoInAndComeOut)
     EXPECT_EQ(statement.Step(), 101);
 }
 
+TEST_F(OutsideSqlLayer, TextOfAColumnIsComparedByItsCharacters)
+{
+    CQelSQLite::CStatement statement(&sql);
+    ASSERT_EQ(statement.Prepare(L"SELECT 'Lamps',NULL"), 0);
+    ASSERT_EQ(statement.Step(), 100);
+    EXPECT_EQ(statement.GetString(0), L"Lamps");
+    EXPECT_EQ(L"Lamps", statement.GetString(0));
+    EXPECT_NE(statement.GetString(0), L"lamps");
+    EXPECT_EQ(statement.GetString(0), statement.GetString(0));
+    EXPECT_NE(statement.GetString(0), statement.GetString(1));
+    EXPECT_EQ(statement.GetString(1), L"");
+}
+
 TEST_F(OutsideSqlLayer, StatementRunsAgainAfterResetWithNewBindings)
 {
     CQelSQLite::CStatement statement(&sql);
