@@ -92,6 +92,9 @@ COleVariant::COleVariant(double value, VARTYPE type)
     vt = type;
 }
 
+COleVariant::COleVariant(const COleDateTime& moment) : COleVariant(moment.m_dt, VT_DATE)
+{}
+
 COleVariant& COleVariant::operator=(const COleVariant& other)
 {
     return *this = static_cast<const VARIANT&>(other);

@@ -6,6 +6,8 @@
 
 #include <string>
 
+class COleDateTime;
+
 /// A failure of OLE automation on its way to a catch clause; thrown and caught by pointer, made with new.
 class QELPLAT4_API COleException : public CException
 {
@@ -43,12 +45,22 @@ public:
     /// A number with decimals, or a date.
     /// @param type  VT_R8 or VT_DATE
     explicit COleVariant(double value, VARTYPE type = VT_R8);
+#ifndef _WIN32
+    /// A long is 32 bits here, too, as where it is another name of LONG.
+    explicit COleVariant(long value, VARTYPE type = VT_I4) : COleVariant(static_cast<LONG>(value), type)
+    {}
+#endif
+    /// A VT_DATE, whatever the status.
+    explicit COleVariant(const COleDateTime& moment);
     /// Frees what this variant holds and copies the other; it is empty when memory runs out.
     /// @{
     COleVariant& operator=(const COleVariant& other);
     COleVariant& operator=(const VARIANT& source);
     /// @}
-    ~COleVariant() { VariantClear(this); }
+    ~COleVariant()
+    {
+        VariantClear(this);
+    }
 
     /// Frees what this variant holds and makes it empty.
     void Clear();

@@ -208,5 +208,12 @@ TEST(FromVariantState, FailureKeepsBufferAndBias)
     EXPECT_EQ(value.TimeBIAS(), 5);
 }
 
+TEST(HostVariant, IsMadeOfALongAndOfADate)
+{
+    EXPECT_EQ(Shown(COleVariant(5L)), "3:5");
+    EXPECT_EQ(Shown(COleVariant(1L, VT_BOOL)), "11:-1");
+    EXPECT_EQ(Shown(COleVariant(COleDateTime(2023, 3, 15, 12, 0, 0))), "7:45000.5");
+}
+
 } // namespace
 } // namespace outside
