@@ -38,7 +38,7 @@ public:
     };
 
     /// An empty table, for example to ask a database for the one with this oid.
-    explicit CQelTable(unsigned long oid = 0);
+    CQelTable(unsigned long oid = 0); // not explicit: hosts make structures that hold tables by {}
     CQelTable(const CQelTable& other);
     CQelTable(CQelTable&& other) noexcept;
     const CQelTable& operator=(const CQelTable& other);

@@ -24,7 +24,7 @@ public:
     };
 
     /// An empty table, for example to ask a database for the one with this oid.
-    explicit CQelTable3X(unsigned long oid = 0);
+    CQelTable3X(unsigned long oid = 0); // not explicit, as CQelTable
     CQelTable3X(const CQelTable3X& other);
     CQelTable3X(CQelTable3X&& other) noexcept;
     const CQelTable3X& operator=(const CQelTable3X& other);

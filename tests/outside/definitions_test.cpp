@@ -21,6 +21,22 @@ TEST(OutsideDefinitions, FreshColumnIsATextWithHintOne)
     EXPECT_EQ(column.displayOrder, 0);
 }
 
+struct SHostEntry
+{
+    int number;
+    CQelTable table;
+    CQelTable3X legacy;
+};
+
+TEST(OutsideDefinitions, StructuresThatHoldTablesAreMadeByBraces)
+{
+    const SHostEntry entry = {};
+    const CQelTable table = {};
+    EXPECT_EQ(entry.table.Properties().oid, 0ul);
+    EXPECT_EQ(entry.legacy.Properties().oid, 0ul);
+    EXPECT_TRUE(table.Columns().empty());
+}
+
 TEST(OutsideDefinitions, FreshTableHasItsOidAndNothingElse)
 {
     const CQelTable table(7), none;
