@@ -20,6 +20,7 @@ class RegionalText : public testing::TestWithParam<STextRow>
 TEST_P(RegionalText, IsWhatTheUserExpects)
 {
     const CLocaleEnvironment locale(GetParam().locale);
+    SKIP_UNLESS_IN_FORCE(locale);
     EXPECT_EQ(GetParam().value.String(nullptr), GetParam().text);
     EXPECT_EQ(GetParam().value.String(L""), GetParam().text);
 }
@@ -58,6 +59,7 @@ INSTANTIATE_TEST_SUITE_P(Doubles, RegionalText,
 TEST(RegionalDouble, LargestIsWrittenInFull)
 {
     const CLocaleEnvironment locale(kAmerican);
+    SKIP_UNLESS_IN_FORCE(locale);
     const std::wstring text = Double(-1.7976931348623157e308).String();
     EXPECT_EQ(text.size(), 1u + 309 + 102 + 3);
     EXPECT_EQ(text.substr(0, 8), L"-179,769");
@@ -109,6 +111,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(RegionalSettings, AreReadAfreshForEachText)
 {
+    SKIP_UNLESS_LOCALES_SWITCH();
     CLocaleEnvironment locale(kGerman);
     const CQelProperty value = Double(1234.5);
     EXPECT_EQ(value.String(), L"1.234,50");
@@ -118,6 +121,7 @@ TEST(RegionalSettings, AreReadAfreshForEachText)
 
 TEST(RegionalSettings, ComeCategoryByCategory)
 {
+    SKIP_UNLESS_LOCALES_SWITCH();
     CLocaleEnvironment locale;
     locale.Set("LANG", kAmerican);
     locale.Set("LC_TIME", kGerman);
@@ -131,6 +135,7 @@ class NeutralSettings : public testing::TestWithParam<const char*>
 TEST_P(NeutralSettings, HaveAFullStopAndNoGroups)
 {
     const CLocaleEnvironment locale(GetParam());
+    SKIP_UNLESS_IN_FORCE(locale);
     EXPECT_EQ(Double(-1234567.5).String(), L"-1234567.50");
 }
 

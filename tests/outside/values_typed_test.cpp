@@ -27,6 +27,7 @@ class TypedText : public testing::TestWithParam<STypedRow>
 TEST_P(TypedText, IsTakenAsItsTypeAsks)
 {
     const CLocaleEnvironment locale(GetParam().locale);
+    SKIP_UNLESS_IN_FORCE(locale);
     CQelProperty value = UInt(99);
     EXPECT_EQ(value.SetValue(GetParam().text, static_cast<CQelProperty::EType>(GetParam().type)),
               GetParam().taken);
@@ -150,6 +151,7 @@ TEST(TypedTextState, NoTextGivesABlobWithoutBytes)
 TEST(TypedTextState, AmountKeepsTheCurrentSymbol)
 {
     const CLocaleEnvironment locale("C");
+    SKIP_UNLESS_IN_FORCE(locale);
     CQelProperty value = Amount(1.0, L"CHF");
     EXPECT_TRUE(value.SetValue(L"2.5", CQelProperty::eCurrency));
     EXPECT_EQ(value.Data().uValue.nCurrency, 25000);
@@ -158,6 +160,7 @@ TEST(TypedTextState, AmountKeepsTheCurrentSymbol)
 
 TEST(TypedTextState, RuntimeLocaleStaysAtTheUsersDefault)
 {
+    SKIP_UNLESS_LOCALES_SWITCH();
     CLocaleEnvironment locale("C");
     CQelProperty value;
     value.SetValue(L"x", CQelProperty::eString);
@@ -188,6 +191,7 @@ class ValueAsNumber : public testing::TestWithParam<SNumberRow>
 TEST_P(ValueAsNumber, GoesByItsType)
 {
     const CLocaleEnvironment locale(GetParam().locale);
+    SKIP_UNLESS_IN_FORCE(locale);
     EXPECT_EQ(GetParam().value.Double(), GetParam().number);
 }
 

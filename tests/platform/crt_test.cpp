@@ -1,6 +1,10 @@
 // crt_test.cpp: the original runtime's calendar and text functions.
 #include <qelplat4/crt.h>
 
+#include <qelplat4/nls.h>
+
+#include "support/wine.h"
+
 #include <gtest/gtest.h>
 
 #include <cerrno>
@@ -20,6 +24,7 @@ TEST(LocalTime, ReachesFromTheEpochToTheYear3000)
 
 TEST(LocalTime, OutsideItsRangeEveryFieldIsMinusOne)
 {
+    SKIP_WHERE_WINE_DIFFERS("knows times after the year 3000");
     for (const long long seconds : {-1LL, kEndOfYear3000 + 1, 1LL << 62}) {
         std::tm fields{};
         EXPECT_EQ(_localtime64_s(&fields, &seconds), EINVAL);
@@ -62,6 +67,7 @@ TEST(MakeTime, BringsFieldsIntoTheirRanges)
 
 TEST(MakeTime, RefusesTimesOutsideItsRange)
 {
+    SKIP_WHERE_WINE_DIFFERS("reads where a null pointer leads");
     std::tm early{};
     early.tm_year = 60;
     early.tm_mday = 40;
@@ -72,6 +78,7 @@ TEST(MakeTime, RefusesTimesOutsideItsRange)
 
 TEST(WideToInteger, ReadsTheNumberAtTheStart)
 {
+    SKIP_WHERE_WINE_DIFFERS("does not wrap around at 32 bits");
     EXPECT_EQ(_wtoi(L"12"), 12);
     EXPECT_EQ(_wtoi(L" \t-7x"), -7);
     EXPECT_EQ(_wtoi(L"+30"), 30);
@@ -84,11 +91,13 @@ TEST(WideToInteger, ReadsTheNumberAtTheStart)
 
 TEST(CompareWithoutCase, LettersOfEitherCaseAreEqual)
 {
+    _wsetlocale(LC_ALL, L""); // the runtime's first locale knows the case of ASCII letters alone on Windows
     EXPECT_EQ(_wcsicmp(L"yes", L"YES"), 0);
     EXPECT_EQ(_wcsicmp(L"Grün", L"GRÜN"), 0);
     EXPECT_LT(_wcsicmp(L"a", L"B"), 0);
     EXPECT_GT(_wcsicmp(L"ab", L"A"), 0);
     EXPECT_LT(_wcsicmp(L"", L"a"), 0);
+    _wsetlocale(LC_ALL, L"C");
 }
 
 } // namespace

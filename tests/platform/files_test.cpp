@@ -147,8 +147,8 @@ TEST_F(WholeFiles, DeleteRefusesADirectory)
 
 TEST_F(WholeFiles, NamesMayBeInAnyScript)
 {
-    Write(L"Größe-漢字-\x1F600", "bytes");
-    EXPECT_NE(Copy(L"Größe-漢字-\x1F600", L"Ωμέγα"), FALSE);
+    Write(L"Größe-漢字-\U0001F600", "bytes");
+    EXPECT_NE(Copy(L"Größe-漢字-\U0001F600", L"Ωμέγα"), FALSE);
     EXPECT_EQ(Read(L"Ωμέγα"), "bytes");
 }
 

@@ -2,6 +2,7 @@
 #include "support/environment.h"
 #include "support/recorded_table.h"
 #include "support/variant_support.h"
+#include "support/wine.h"
 
 #include <qelplat4/oleauto.h>
 
@@ -25,6 +26,7 @@ class RecordedVariantChange : public testing::TestWithParam<const char*>
 TEST_P(RecordedVariantChange, EveryBindingRowIsAnsweredAlike)
 {
     const CLocaleEnvironment locale(EnvironmentName(GetParam()));
+    SKIP_UNLESS_IN_FORCE(locale);
     int rows = 0;
     for (const SRecordedRow& row : ReadRecordedTable(QEL_TEST_DATA "/variant_change.tsv")) {
         if (row[1] != GetParam() || !row.IsBinding())
@@ -64,6 +66,8 @@ std::string ChangedText(const std::wstring& text, VARTYPE type)
 class VariantChange : public testing::Test
 {
 protected:
+    void SetUp() override { SKIP_UNLESS_IN_FORCE(locale); }
+
     CLocaleEnvironment locale{"en_US.UTF-8"};
 };
 
@@ -79,6 +83,7 @@ TEST_F(VariantChange, HalvesAreRoundedToEven)
 
 TEST_F(VariantChange, IntegersReachToTheirLimitsAndNoFurther)
 {
+    SKIP_WHERE_WINE_DIFFERS("takes -1 for an unsigned number");
     EXPECT_EQ(Changed(RealVariant(2147483647.4), VT_I4), "VT_I4 2147483647");
     EXPECT_EQ(Changed(RealVariant(2147483647.5), VT_I4), "DISP_E_OVERFLOW");
     EXPECT_EQ(Changed(RealVariant(-2147483648.5), VT_I4), "VT_I4 -2147483648");
@@ -95,6 +100,7 @@ TEST_F(VariantChange, IntegersReachToTheirLimitsAndNoFurther)
 
 TEST_F(VariantChange, AmountsReachToTheLimitsOfTheirType)
 {
+    SKIP_WHERE_WINE_DIFFERS("refuses the largest and the smallest amount");
     EXPECT_EQ(ChangedText(L"922337203685477.5807", VT_CY), "VT_CY 9223372036854775807");
     EXPECT_EQ(ChangedText(L"-922337203685477.5808", VT_CY), "VT_CY -9223372036854775808");
     EXPECT_EQ(ChangedText(L"922337203685477.5808", VT_CY), "DISP_E_OVERFLOW");
@@ -111,6 +117,7 @@ TEST_F(VariantChange, AmountsAreRoundedFromTheExactProduct)
 
 TEST_F(VariantChange, WhatIsNoNumberBecomesNoInteger)
 {
+    SKIP_WHERE_WINE_DIFFERS("makes integers of what is no number, and writes it as NAN");
     const double nan = std::numeric_limits<double>::quiet_NaN();
     for (const VARTYPE type : {VT_I1, VT_I4, VT_I8, VT_UI8, VT_CY, VT_DATE, VT_DECIMAL})
         EXPECT_EQ(Changed(RealVariant(nan), type), "DISP_E_OVERFLOW") << type;
@@ -140,6 +147,7 @@ TEST_F(VariantChange, BooleansAreNumbersAsTextUnlessWordsAreAskedFor)
 
 TEST_F(VariantChange, BasedTextsAreWholeNumbers)
 {
+    SKIP_WHERE_WINE_DIFFERS("does not see the sign before &H, and no more than 63 bits behind it");
     EXPECT_EQ(ChangedText(L"&H10", VT_I4), "VT_I4 16");
     EXPECT_EQ(ChangedText(L"&O17", VT_I4), "VT_I4 15");
     EXPECT_EQ(ChangedText(L"-&hff", VT_I4), "VT_I4 -255");
@@ -173,6 +181,7 @@ TEST_F(VariantChange, ExponentsBeyondEveryRealOverflowOrVanish)
 TEST_F(VariantChange, FrenchNumbersAreGroupedByBlanksOfAnyKind)
 {
     const CLocaleEnvironment french("fr_FR.UTF-8");
+    SKIP_UNLESS_IN_FORCE(french);
     EXPECT_EQ(ChangedText(L"1 234,5", VT_R8), "VT_R8 1234.5");
     EXPECT_EQ(ChangedText(L"1\x202F"
                           L"234,5",
@@ -193,6 +202,7 @@ TEST_F(VariantChange, NothingComesOfNullAndErrors)
 
 TEST_F(VariantChange, DatesFallBackToTheOrderInWhichTheyAreDates)
 {
+    SKIP_WHERE_WINE_DIFFERS("knows no full stop behind the name of a month");
     EXPECT_EQ(ChangedText(L"2/1/2026", VT_DATE), "VT_DATE 46054");
     EXPECT_EQ(ChangedText(L"20/11/2026", VT_DATE), "VT_DATE 46346");
     EXPECT_EQ(ChangedText(L"2026-11-20 22:30", VT_DATE), "VT_DATE 46346.9375");
@@ -205,6 +215,7 @@ TEST_F(VariantChange, DatesFallBackToTheOrderInWhichTheyAreDates)
 
 TEST_F(VariantChange, TextsThatOnlyLookLikeDatesAreRefused)
 {
+    SKIP_WHERE_WINE_DIFFERS("takes two months for a date");
     for (const wchar_t* text : {L"1/1/10000", L"2/30/2026", L"10:30:15.5", L"10:30 11:30", L"24:00",
                                 L"23:59:60", L"12/", L"/12/1", L"PM", L"Friday", L"Nov Dec 2026", L"10 PM AM",
                                 L"1/2/3/4", L"10:", L":30", L"12/30/1899x", L"2026-11-20T22:30:00"})
@@ -225,6 +236,7 @@ TEST_F(VariantChange, MidnightAndDayZeroAreLeftOutOfTexts)
 TEST_F(VariantChange, GermanShortDatesHaveTwoDigitsForDayAndMonth)
 {
     const CLocaleEnvironment german("de_DE.UTF-8");
+    SKIP_UNLESS_IN_FORCE(german);
     EXPECT_EQ(Changed(DateVariant(45000.5), VT_BSTR), "VT_BSTR \"15.03.2023 12:00:00\"");
     EXPECT_EQ(Changed(DateVariant(-657434.0), VT_BSTR), "VT_BSTR \"01.01.100\"");
     EXPECT_EQ(ChangedText(L"15.3.2023", VT_DATE), "VT_DATE 45000");
@@ -250,6 +262,7 @@ TEST_F(VariantChange, AVariantChangesInPlace)
 
 TEST_F(VariantChange, AReferenceIsReadThrough)
 {
+    SKIP_WHERE_WINE_DIFFERS("gives another code for a null reference");
     CTestVariant text(TextVariant(L"7"));
     VARIANT reference{};
     reference.vt = VT_VARIANT | VT_BYREF;
@@ -268,6 +281,7 @@ TEST_F(VariantChange, AReferenceIsReadThrough)
 
 TEST_F(VariantChange, TypesThatDoNotExistAreRefused)
 {
+    SKIP_WHERE_WINE_DIFFERS("reads where a null pointer leads");
     CTestVariant value(IntVariant(1));
     CTestVariant target;
     for (const int type : {9, 12, 13, 15, 24, 0x2003, 0x4003, 0xFFFF})
@@ -299,6 +313,7 @@ TEST_F(VariantChange, DecimalsKeepTheirDigits)
 
 TEST_F(VariantChange, ADecimalWithTooManyDecimalsIsRefused)
 {
+    SKIP_WHERE_WINE_DIFFERS("takes a decimal with more decimals than there are");
     VARIANT value{};
     value.vt = VT_DECIMAL;
     value.decVal.scale = 29;

@@ -1,5 +1,6 @@
 // variant_test.cpp: the life of variants and of texts with their length.
 #include "support/variant_support.h"
+#include "support/wine.h"
 
 #include <gtest/gtest.h>
 
@@ -87,6 +88,7 @@ TEST(Variant, CopyOfAReferenceSharesAndCopyOfItsValueDoesNot)
 
 TEST(Variant, ClearLeavesAnEmptyOne)
 {
+    SKIP_WHERE_WINE_DIFFERS("leaves the old value behind and reads where a null pointer leads");
     CTestVariant value(TextVariant(L"freed"));
     EXPECT_EQ(VariantClear(&value), S_OK);
     EXPECT_EQ(value.vt, VT_EMPTY);

@@ -1,5 +1,6 @@
 // variant_time_test.cpp: OLE automation dates to and from calendar fields.
 #include "support/recorded_table.h"
+#include "support/wine.h"
 
 #include <qelplat4/oleauto.h>
 
@@ -96,6 +97,7 @@ TEST(VariantTime, TimeOutOfRangeRunsOnIntoOtherDays)
 
 TEST(VariantTime, DayOfWeekAdvancesWhenTheSecondsRoundOverMidnight)
 {
+    SKIP_WHERE_WINE_DIFFERS("leaves the day of the week behind when the seconds round over midnight");
     SYSTEMTIME fields{};
     ASSERT_NE(VariantTimeToSystemTime(44957.9999999, &fields), FALSE);
     EXPECT_EQ(TextOf(fields), "2023 2 3 1 0 0 0 0 ");
@@ -103,12 +105,14 @@ TEST(VariantTime, DayOfWeekAdvancesWhenTheSecondsRoundOverMidnight)
 
 TEST(VariantTime, LastHalfSecondOfTheCalendarIsRefused)
 {
+    SKIP_WHERE_WINE_DIFFERS("takes the last half second of the calendar");
     SYSTEMTIME fields{};
     EXPECT_EQ(VariantTimeToSystemTime(2958465.999999, &fields), FALSE);
 }
 
 TEST(VariantTime, WhatIsNoNumberIsNoDate)
 {
+    SKIP_WHERE_WINE_DIFFERS("takes what is no number for day 0");
     SYSTEMTIME fields{};
     fields.wYear = 7;
     EXPECT_EQ(VariantTimeToSystemTime(std::numeric_limits<double>::quiet_NaN(), &fields), FALSE);
@@ -117,6 +121,7 @@ TEST(VariantTime, WhatIsNoNumberIsNoDate)
 
 TEST(VariantTime, MonthZeroIsRefused)
 {
+    SKIP_WHERE_WINE_DIFFERS("takes month 0 for the last one of the year before");
     SYSTEMTIME fields{2026, 0, 0, 15, 0, 0, 0, 0};
     double date = 7;
     EXPECT_EQ(SystemTimeToVariantTime(&fields, &date), FALSE);
@@ -136,6 +141,7 @@ TEST(VariantTime, ThirtyFirstOfFebruaryIsTheThirdOfMarch)
 
 TEST(VariantTime, ThirtyFirstOfNovemberIsTheFirstOfDecember)
 {
+    SKIP_WHERE_WINE_DIFFERS("takes the 31st of November for the 1st of January");
     SYSTEMTIME fields{2026, 11, 0, 31, 12, 0, 0, 0};
     double date = 0;
     ASSERT_NE(SystemTimeToVariantTime(&fields, &date), FALSE);
@@ -173,6 +179,7 @@ TEST(VariantTime, EverySecondOfADayComesBackTheSame)
 
 TEST(VariantTime, NullPointersAreRefused)
 {
+    SKIP_WHERE_WINE_DIFFERS("writes where a null pointer leads");
     SYSTEMTIME fields{2026, 1, 0, 1, 0, 0, 0, 0};
     double date = 0;
     EXPECT_EQ(VariantTimeToSystemTime(1.0, nullptr), FALSE);

@@ -2,12 +2,52 @@
 #include "environment.h"
 
 #include <qelplat4/crt.h>
+#include <qelplat4/nls.h>
 
 #include <cstdlib>
 
 namespace qeltest {
+namespace {
 
-CLocaleEnvironment::CLocaleEnvironment(const std::string& all)
+std::string AtStart()
+{
+    const char* const all = std::getenv("LC_ALL");
+    return all != nullptr ? all : "";
+}
+
+const std::string g_atStart = AtStart();
+
+// No user has the neutral locale where the system keeps it. What is read under it is read alike by others
+// with a full stop.
+bool IsNeutral(const std::string& locale)
+{
+    return locale.empty() || locale == "POSIX" || locale.front() == 'C';
+}
+
+std::wstring DecimalSeparator()
+{
+    wchar_t text[8] = {};
+    GetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, text, 8);
+    return text;
+}
+
+} // namespace
+
+bool CLocaleEnvironment::CanSwitch()
+{
+    CLocaleEnvironment german("de_DE.UTF-8");
+    const std::wstring comma = DecimalSeparator();
+    german.Set("LC_ALL", "en_US.UTF-8");
+    return DecimalSeparator() != comma;
+}
+
+bool CLocaleEnvironment::IsInForce() const
+{
+    static const bool follows = CanSwitch();
+    return follows || m_all == g_atStart || (IsNeutral(m_all) && DecimalSeparator() == L".");
+}
+
+CLocaleEnvironment::CLocaleEnvironment(const std::string& all) : m_all(all)
 {
     for (const char* variable : {"LC_ALL", "LC_NUMERIC", "LC_MONETARY", "LC_TIME", "LC_CTYPE", "LANG"})
         Set(variable, "");

@@ -1,6 +1,8 @@
 // environment.h: environment variables set for a while.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <map>
 #include <optional>
 #include <string>
@@ -17,11 +19,29 @@ public:
     CLocaleEnvironment(const CLocaleEnvironment&) = delete;
     CLocaleEnvironment& operator=(const CLocaleEnvironment&) = delete;
 
+    /// Whether the user has this locale now. Where the system itself keeps a user's locale, and not the
+    /// environment, it is the one that the program was started with.
+    bool IsInForce() const;
+    /// Whether a change of the environment changes the user's locale.
+    static bool CanSwitch();
+
     /// Sets one variable, or takes it away when the value is empty; put back at the end as the others are.
     void Set(const std::string& variable, const std::string& value);
 
 private:
+    std::string m_all;
     std::map<std::string, std::optional<std::string>> m_before;
 };
 
 } // namespace qeltest
+
+/// Leaves a test that a locale cannot be given to. Where each user has one locale, the whole program is run
+/// once for each.
+#define SKIP_UNLESS_IN_FORCE(environment)                                                                    \
+    if (!(environment).IsInForce())                                                                          \
+    GTEST_SKIP() << "the system's user has another locale, which no process changes for itself"
+
+/// Leaves a test that goes from one locale to another, or mixes several.
+#define SKIP_UNLESS_LOCALES_SWITCH()                                                                         \
+    if (!qeltest::CLocaleEnvironment::CanSwitch())                                                           \
+    GTEST_SKIP() << "the system's user has one locale, which no process changes for itself"

@@ -59,6 +59,8 @@ std::string ThrownBy(CQelProperty value, VARTYPE type)
 class ValueVariant : public testing::Test
 {
 protected:
+    void SetUp() override { SKIP_UNLESS_IN_FORCE(locale); }
+
     CLocaleEnvironment locale{"en_US.UTF-8"};
 };
 
@@ -201,6 +203,7 @@ TEST_F(ValueVariant, TheSourceIsLeftAsItWas)
 TEST_F(ValueVariant, NumbersAreReadAsTheUserWritesThem)
 {
     const CLocaleEnvironment german("de_DE.UTF-8");
+    SKIP_UNLESS_IN_FORCE(german);
     EXPECT_EQ(FromVariant(TextVariant(L"1.234,5"), CQelProperty::eDouble), "1234.5");
     EXPECT_EQ(ToVariant(Made([](auto& v) { v.SetDouble(1234.5); }), VT_BSTR), "VT_BSTR \"1234,5\"");
 }
