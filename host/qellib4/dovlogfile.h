@@ -29,7 +29,7 @@ public:
     /// One entry on its way to Write.
     struct SEntry
     {
-        EKind kind;
+        EKind kind;        ///< how much it matters
         unsigned int code; ///< 0 for a literal text
         std::wstring text; ///< of the code, of the caller, or both
         int level;         ///< 0 for errors

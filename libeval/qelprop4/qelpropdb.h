@@ -43,6 +43,7 @@ public:
     explicit CQelPropDB(CQelSQLite* db);
     /// Copies the catalogue and the settings; the copy works on the same SQLite database.
     CQelPropDB(const CQelPropDB& other);
+    /// The same; this object is unchanged when memory runs out.
     CQelPropDB& operator=(const CQelPropDB& other);
     /// Closes this object; the database stays open.
     ~CQelPropDB() override;

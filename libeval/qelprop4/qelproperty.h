@@ -68,11 +68,15 @@ public:
         UValue uValue{};                  ///< zero for types without a number
     };
 
+    /// Makes a null value.
     CQelProperty() noexcept;
+    /// Copies text or bytes as well; a value moved from is null, without a currency symbol.
+    /// @{
     CQelProperty(const CQelProperty& other);
     CQelProperty(CQelProperty&& other) noexcept;
     const CQelProperty& operator=(const CQelProperty& other);
     const CQelProperty& operator=(CQelProperty&& other) noexcept;
+    /// @}
     ~CQelProperty() override;
 
     /// One of EType, or another number that was read from stored bytes or set by SetType.

@@ -39,10 +39,13 @@ public:
 
     /// An empty table, for example to ask a database for the one with this oid.
     CQelTable(unsigned long oid = 0); // not explicit: hosts make structures that hold tables by {}
+    /// Copies everything, or nothing when memory runs out.
+    /// @{
     CQelTable(const CQelTable& other);
     CQelTable(CQelTable&& other) noexcept;
     const CQelTable& operator=(const CQelTable& other);
     const CQelTable& operator=(CQelTable&& other) noexcept;
+    /// @}
     ~CQelTable() override;
 
     /// The table's parts, to read and to fill; the reference lives as long as the table.

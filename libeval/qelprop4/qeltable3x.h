@@ -25,10 +25,13 @@ public:
 
     /// An empty table, for example to ask a database for the one with this oid.
     CQelTable3X(unsigned long oid = 0); // not explicit, as CQelTable
+    /// Copies everything, or nothing when memory runs out.
+    /// @{
     CQelTable3X(const CQelTable3X& other);
     CQelTable3X(CQelTable3X&& other) noexcept;
     const CQelTable3X& operator=(const CQelTable3X& other);
     const CQelTable3X& operator=(CQelTable3X&& other) noexcept;
+    /// @}
     ~CQelTable3X() override;
 
     /// The table's parts, to read and to fill; the reference lives as long as the table.

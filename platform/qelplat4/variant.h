@@ -63,9 +63,9 @@ struct DECIMAL
 struct tagVARIANT
 {
     VARTYPE vt;      ///< a VARENUM, VT_BYREF added where the variant holds an address
-    WORD wReserved1; ///< not used, as the next two
-    WORD wReserved2;
-    WORD wReserved3;
+    WORD wReserved1; ///< not used
+    WORD wReserved2; ///< not used
+    WORD wReserved3; ///< not used
     union
     {
         SHORT iVal;    // VT_I2

@@ -87,7 +87,7 @@ TEST(DamagedText, UnknownTypesShowTheirPayloadThroughAFormatAlone)
 
 TEST(ResourceHandle, IsTheHostsAgainAfterEveryText)
 {
-    const HINSTANCE before = AfxGetResourceHandle();
+    HINSTANCE before = AfxGetResourceHandle();
     CQelProperty::GetTypeName(CQelProperty::eInt);
     CQelProperty::GetTypeName(CQelProperty::eDateTime);
     Bool(true).String();
