@@ -93,7 +93,9 @@ public:
     /// @param size  out: in bytes; unchanged on failure
     /// @return 10020 no such record; 10016 its bytes fail their checksum
     unsigned int GetSize(const SSelector& selector, unsigned int& size) const;
-    /// Copies the whole record to a buffer of GetSize bytes; nothing is copied on failure. Codes as GetSize.
+    /// Copies the whole record to a buffer of GetSize bytes; nothing is copied on failure.
+    /// @param buffer  may be null when the record is empty
+    /// @return as GetSize; 17321 null buffer
     unsigned int Get(const SSelector& selector, void* buffer) const;
     /// Gives the whole record in one step. Codes as GetSize; `blob` is unchanged on failure.
     unsigned int Get(const SSelector& selector, TavBlob& blob) const;

@@ -42,10 +42,13 @@ unsigned int CStoreFile::GetSize(const CDovBlobDB::SSelector& record, unsigned i
 
 unsigned int CStoreFile::Get(const CDovBlobDB::SSelector& record, void* buffer)
 {
-    return ReadRecord(record, [&](const unsigned char* data, unsigned int size) {
-        if (size > 0)
+    bool hasRoom = true;
+    const unsigned int code = ReadRecord(record, [&](const unsigned char* data, unsigned int size) {
+        hasRoom = size == 0 || buffer != nullptr;
+        if (hasRoom && size > 0)
             std::memcpy(buffer, data, size);
     });
+    return code == kSuccess && !hasRoom ? kSqlBase + SQLITE_MISUSE : code;
 }
 
 unsigned int CStoreFile::Get(const CDovBlobDB::SSelector& record, TavBlob& blob)

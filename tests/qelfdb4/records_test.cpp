@@ -169,6 +169,14 @@ TEST_F(StoreRecords, SizeBeyondTheEnginesLimitIsRefusedWithoutReadingTheBytes)
     EXPECT_EQ(Dump(store, 1), "1=kept");
 }
 
+TEST_F(StoreRecords, NullBufferTakesAnEmptyRecordAlone)
+{
+    ASSERT_THAT(Put(store, 2, 1, "one"), Succeeds());
+    ASSERT_THAT(Put(store, 2, 2, ""), Succeeds());
+    EXPECT_THAT(store.Get({2, 1}, nullptr), Gives(17321));
+    EXPECT_THAT(store.Get({2, 2}, nullptr), Succeeds());
+}
+
 TEST_F(StoreRecords, SizesAroundPageBoundsComeBackWhole)
 {
     for (unsigned int size = 3900; size < 4200; ++size)
