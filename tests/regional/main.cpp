@@ -6,6 +6,7 @@
 #include <qelplat4/utf16.h>
 #include <qelprop4/qelprop4.h>
 
+#include <cmath>
 #include <iostream>
 
 namespace {
@@ -88,6 +89,12 @@ void TellRenderings()
     Tell("truth", value.String());
 }
 
+/// A number in a form that no regional settings change.
+std::wstring Thousandths(double number)
+{
+    return std::to_wstring(std::llround(number * 1000)) + L"/1000";
+}
+
 /// The OLE date that a text stands for, as OLE automation takes it.
 std::wstring DateOf(const wchar_t* text)
 {
@@ -96,7 +103,7 @@ std::wstring DateOf(const wchar_t* text)
     variant.vt = VT_BSTR;
     variant.bstrVal = SysAllocString(text);
     const bool taken = VariantChangeType(&variant, &variant, 0, VT_DATE) == S_OK;
-    const std::wstring answer = taken ? std::to_wstring(variant.date) : L"refused";
+    const std::wstring answer = taken ? Thousandths(variant.date) : L"refused";
     VariantClear(&variant);
     return answer;
 }
@@ -108,7 +115,7 @@ void TellReadings()
     for (const wchar_t* text : numbers) {
         CQelProperty value;
         value.SetValue(text, CQelProperty::eDouble);
-        Tell("typed number " + qel::ToUtf8(text), std::to_wstring(value.Data().uValue.dDouble));
+        Tell("typed number " + qel::ToUtf8(text), Thousandths(value.Data().uValue.dDouble));
     }
     const wchar_t* const dates[] = {L"2/3/2024", L"29.2.2024", L"2024-02-29", L"29 February 2024"};
     for (const wchar_t* text : dates)
