@@ -7,14 +7,45 @@
 #include <sqlite3.h>
 
 #include <cstdint>
+#include <string_view>
 
 namespace {
 
-// A column's bytes are null when there are none and when the engine ran out of memory while making them.
-void RaiseIfOutOfMemory(sqlite3_stmt* statement, const void* bytes)
+// The bytes of a result column.
+struct SBytes
 {
-    if (bytes == nullptr && qel::Primary(sqlite3_errcode(sqlite3_db_handle(statement))) == SQLITE_NOMEM)
+    bool isNull;
+    const void* data;
+    std::size_t size;
+};
+
+// Bytes that the engine has to make of another type or encoding.
+SBytes ConvertedBytes(sqlite3_stmt* statement, int column, int type)
+{
+    const void* const bytes =
+        type == SQLITE_TEXT ? sqlite3_column_text(statement, column) : sqlite3_column_blob(statement, column);
+    if (bytes != nullptr)
+        return {false, bytes, static_cast<std::size_t>(sqlite3_column_bytes(statement, column))};
+    if (qel::Primary(sqlite3_errcode(sqlite3_db_handle(statement))) == SQLITE_NOMEM)
         qel::RaiseIfHard(SQLITE_NOMEM, __LINE__);
+    return {false, nullptr, 0};
+}
+
+// A column as UTF-8 text or as a blob. What is stored so is taken as it stands in the row: finding it is the
+// one call that takes the engine's lock.
+template <int type>
+SBytes BytesOf(sqlite3_stmt* statement, int column)
+{
+    sqlite3_value* const value = sqlite3_column_value(statement, column);
+    const int stored = sqlite3_value_type(value);
+    if (stored == SQLITE_NULL)
+        return {true, nullptr, 0};
+    const bool asItStands =
+        stored == type && (type == SQLITE_BLOB || sqlite3_value_encoding(value) == SQLITE_UTF8);
+    if (!asItStands)
+        return ConvertedBytes(statement, column, type);
+    const auto size = static_cast<std::size_t>(sqlite3_value_bytes(value));
+    return {false, size != 0 ? sqlite3_value_blob(value) : nullptr, size};
 }
 
 constexpr std::uint64_t BitOf(int index)
@@ -170,12 +201,12 @@ long long CQelSQLite::CStatement::GetInt(int column)
 
 CString CQelSQLite::CStatement::GetString(int column)
 {
-    if (m_statement == nullptr || sqlite3_column_type(m_statement, column) == SQLITE_NULL)
+    if (m_statement == nullptr)
         return {};
-    const auto* const bytes = reinterpret_cast<const char*>(sqlite3_column_text(m_statement, column));
-    RaiseIfOutOfMemory(m_statement, bytes);
-    const auto size = static_cast<std::size_t>(sqlite3_column_bytes(m_statement, column));
-    return CString(qel::FromUtf8(std::string_view(bytes, bytes != nullptr ? size : 0)));
+    const SBytes bytes = BytesOf<SQLITE_TEXT>(m_statement, column);
+    if (bytes.size == 0)
+        return {};
+    return CString(qel::FromUtf8({static_cast<const char*>(bytes.data), bytes.size}));
 }
 
 bool CQelSQLite::CStatement::GetBlob(int column, TavBlob* blob)
@@ -192,13 +223,10 @@ bool CQelSQLite::CStatement::GetBytes(int column, const unsigned char*& data, un
 {
     if (m_statement == nullptr)
         return false;
-    const auto* const bytes = static_cast<const unsigned char*>(sqlite3_column_blob(m_statement, column));
-    if (bytes == nullptr) {
-        RaiseIfOutOfMemory(m_statement, bytes);
-        if (sqlite3_column_type(m_statement, column) == SQLITE_NULL)
-            return false;
-    }
-    data = bytes;
-    size = bytes != nullptr ? static_cast<unsigned int>(sqlite3_column_bytes(m_statement, column)) : 0;
+    const SBytes bytes = BytesOf<SQLITE_BLOB>(m_statement, column);
+    if (bytes.isNull)
+        return false;
+    data = static_cast<const unsigned char*>(bytes.data);
+    size = static_cast<unsigned int>(bytes.size);
     return true;
 }

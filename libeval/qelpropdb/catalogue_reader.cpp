@@ -53,17 +53,24 @@ void CCatalogueReader::ReadColumns(CQelTable::SData& table)
     m_columnRows.Reset();
     m_columnRows.BindInt(1, static_cast<long long>(table.oid));
     while (m_columnRows.Step() == kRow) {
-        if (!IsStoredOid(m_columnRows.GetInt(0))) {
+        const long long oid = m_columnRows.GetInt(0);
+        if (!IsStoredOid(oid)) {
             ++m_skipped;
             continue;
         }
-        ReadColumn(table.columns.emplace_back());
+        if (table.columns.empty())
+            table.columns.reserve(m_likelyColumns);
+        CQelTable::SQelColumn& column = table.columns.emplace_back();
+        column.oid = static_cast<unsigned long>(oid);
+        ReadColumn(column);
     }
+    m_likelyColumns = table.columns.size(); // tables of one file are often alike
+    if (table.columns.capacity() > 2 * m_likelyColumns)
+        table.columns.shrink_to_fit();
 }
 
 void CCatalogueReader::ReadColumn(CQelTable::SQelColumn& column)
 {
-    column.oid = static_cast<unsigned long>(m_columnRows.GetInt(0));
     column.type = static_cast<CQelProperty::EType>(ToInt(m_columnRows.GetInt(1)));
     column.name = m_columnRows.GetString(2).Text();
     column.description = m_columnRows.GetString(3).Text();

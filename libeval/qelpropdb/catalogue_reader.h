@@ -28,6 +28,7 @@ private:
     CDovLogfile* m_log;
     CQelSQLite::CStatement m_tableRows;
     CQelSQLite::CStatement m_columnRows;
+    std::size_t m_likelyColumns = 0; // the number that the table before has
     unsigned long m_skipped = 0;
     unsigned int m_code = kSuccess;
 };

@@ -93,6 +93,13 @@ public:
         Read(&number, sizeof number);
         return *this;
     }
+    /// Reads several numbers after one look at what remains; none of them when they are not all there.
+    template <class... Numbers>
+    void ReadNumbers(Numbers&... numbers)
+    {
+        Require((sizeof(Numbers) + ...));
+        (Take(&numbers, sizeof(Numbers)), ...);
+    }
     CByteReader& operator>>(std::wstring& text)
     {
         std::uint32_t count = 0;
@@ -111,11 +118,8 @@ public:
     void Read(void* out, std::size_t size)
     {
         Require(size);
-        if (size == 0)
-            return;
-        std::memcpy(out, m_data, size);
-        m_data += size;
-        m_remaining -= size;
+        if (size != 0)
+            Take(out, size);
     }
     void Skip(std::uint64_t size)
     {
@@ -126,6 +130,12 @@ public:
     std::size_t BytesRemaining() const { return m_remaining; }
 
 private:
+    void Take(void* out, std::size_t size)
+    {
+        std::memcpy(out, m_data, size);
+        m_data += size;
+        m_remaining -= size;
+    }
     void Require(std::uint64_t size) const
     {
         if (size > m_remaining)

@@ -56,12 +56,25 @@ void ReadBuffer(Source& source, SData& data)
     data.pBuffer = buffer.release();
 }
 
+template <class... Numbers>
+void ReadNumbers(CQelFile& file, Numbers&... numbers)
+{
+    (file >> ... >> numbers);
+}
+
+template <class... Numbers>
+void ReadNumbers(CByteReader& reader, Numbers&... numbers)
+{
+    reader.ReadNumbers(numbers...);
+}
+
 template <class Source>
 void ReadFields(Source& source, SData& data)
 {
     unsigned short version = 0;
     int type = 0;
-    source >> version >> type >> data.nReserved >> data.nBufferSize >> data.sCurrencySymbol;
+    ReadNumbers(source, version, type, data.nReserved, data.nBufferSize);
+    source >> data.sCurrencySymbol;
     data.eType = static_cast<EType>(type);
     source.Read(&data.uValue, sizeof data.uValue);
     if (HasBuffer(data.eType))
@@ -122,7 +135,7 @@ void CheckStored(const unsigned char* data, std::size_t size)
     unsigned int bufferSize = 0;
     std::uint32_t symbolUnits = 0;
     CByteReader reader(data, size);
-    reader >> version >> type >> reserved >> bufferSize >> symbolUnits;
+    reader.ReadNumbers(version, type, reserved, bufferSize, symbolUnits);
     reader.Skip(std::uint64_t{symbolUnits} * sizeof(char16_t));
     reader.Skip(sizeof(CQelProperty::UValue));
     if (HasBuffer(static_cast<EType>(type)))

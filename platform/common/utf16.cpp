@@ -210,9 +210,14 @@ std::string ToUtf8(std::wstring_view text)
 
 std::wstring FromUtf8(std::string_view bytes)
 {
-    std::wstring text;
+    // Most texts are ASCII to their end.
+    const auto beyond = std::find_if(bytes.begin(), bytes.end(),
+                                     [](char byte) { return static_cast<unsigned char>(byte) >= 0x80; });
+    std::wstring text(bytes.begin(), beyond);
+    if (beyond == bytes.end())
+        return text;
     text.reserve(bytes.size());
-    for (std::size_t at = 0; at < bytes.size();) {
+    for (std::size_t at = text.size(); at < bytes.size();) {
         const auto byte = static_cast<unsigned char>(bytes[at]);
         if (byte < 0x80) {
             text.push_back(static_cast<wchar_t>(byte));

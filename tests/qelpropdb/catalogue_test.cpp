@@ -54,6 +54,26 @@ TEST_F(CatalogueOfLamps, UnknownTableLeavesTheArgumentAndTheLog)
     EXPECT_EQ(log.Text(), "");
 }
 
+TEST_F(Catalogue, SmallTableAfterALargeOneIsLoadedWithoutItsRoom)
+{
+    struct SHost : CQelPropDB
+    {
+        using CQelPropDB::CQelPropDB;
+        using CQelPropDB::LoadTables;
+    };
+    std::vector<CQelTable::SQelColumn> many;
+    for (int i = 0; i < 100; ++i)
+        many.push_back(Column(L"c" + std::to_wstring(i), CQelProperty::eInt, i));
+    Add(TableOf(L"Large", many, 1));
+    Add(TableOf(L"Small", {Column(L"a")}, 2));
+    std::map<unsigned long, CQelTable> tables;
+    SHost host(&sql);
+    ASSERT_THAT(host.LoadTables(tables), Succeeds());
+    EXPECT_EQ(tables.at(1).Columns().size(), 100u);
+    EXPECT_EQ(tables.at(2).Columns().size(), 1u);
+    EXPECT_LE(tables.at(2).Columns().capacity(), 2u);
+}
+
 TEST_F(Catalogue, AddingStoresTheTableAndItsColumns)
 {
     CQelTable table = TableOf(L"Lamps", {Column(L"a"), Column(L"b"), Column(L"c")});

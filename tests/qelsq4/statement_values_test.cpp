@@ -181,6 +181,37 @@ TEST_F(StatementValue, ColumnsOfOtherTypesAreReadAsTheEngineConvertsThem)
     EXPECT_STREQ(statement.GetString(4), L"AB");
 }
 
+TEST_F(StatementValue, TextOfAUtf16DatabaseReadsAsInAnyOther)
+{
+    CQelSQLite wide;
+    ASSERT_EQ(wide.Open(L":memory:"), 0);
+    ASSERT_EQ(wide.ExecSQL(L"PRAGMA encoding='UTF-16le'; CREATE TABLE t (a)"), 0);
+    CStatement insert(&wide);
+    insert.Prepare(L"INSERT INTO t (a) VALUES (?1)");
+    for (const wchar_t* text : {L"plain", L"\u00E4\U0001F600", L""}) {
+        insert.Reset();
+        insert.BindString(1, text);
+        ASSERT_EQ(insert.Execute(), 101);
+    }
+    EXPECT_EQ(qeltest::Rows(wide, L"SELECT a FROM t ORDER BY rowid"), "plain \xC3\xA4\xF0\x9F\x98\x80 ");
+}
+
+TEST_F(StatementValue, OneColumnReadsInEveryWayAndAgain)
+{
+    CStatement statement(&db);
+    statement.Prepare(L"SELECT '12', x'3132', 12");
+    ASSERT_EQ(statement.Step(), 100);
+    for (int round = 0; round < 2; ++round) {
+        for (int column = 0; column < 3; ++column) {
+            TavBlob blob;
+            EXPECT_STREQ(statement.GetString(column), L"12");
+            EXPECT_TRUE(statement.GetBlob(column, &blob));
+            EXPECT_EQ(HexOf(blob), "3132");
+            EXPECT_EQ(statement.GetInt(column), 12);
+        }
+    }
+}
+
 TEST_F(StatementValue, ColumnThatDoesNotExistReadsAsNull)
 {
     CStatement statement(&db);
