@@ -44,6 +44,12 @@ public:
         data = static_cast<const unsigned char*>(sqlite3_column_blob(m_statement, column));
         return static_cast<std::size_t>(sqlite3_column_bytes(m_statement, column));
     }
+    /// The same for a text.
+    std::size_t Text(int column, const unsigned char*& data)
+    {
+        data = sqlite3_column_text(m_statement, column);
+        return static_cast<std::size_t>(sqlite3_column_bytes(m_statement, column));
+    }
 
 private:
     sqlite3_stmt* m_statement = nullptr;
@@ -61,7 +67,10 @@ struct SRawPropDB
           read(db, "SELECT data,coid from qeltpd WHERE toid = ?1 AND foid = ?2 ORDER by coid ASC"),
           bulk(db, "SELECT foid,coid,data from qeltpd WHERE toid = ?1 ORDER by foid ASC, toid ASC, coid ASC"),
           list(db, "SELECT DISTINCT foid FROM qeltpd WHERE toid = ?1 ORDER BY oid"),
-          columns(db, "SELECT oid,ctype,cname,cdesc,crtt,crtc,cdef,cdisph,cformat,ccur,cdo FROM qeltpc")
+          columns(db, "SELECT oid,ctype,cname,cdesc,crtt,crtc,cdef,cdisph,cformat,ccur,cdo FROM qeltpc"),
+          tables(db, "SELECT oid,tname,tdesc FROM qeltpt"),
+          columnsOf(db, "SELECT oid,ctype,cname,cdesc,crtt,crtc,cdef,cdisph,cformat,ccur,cdo FROM qeltpc "
+                        "WHERE toid = ?1")
     {}
 
     /// Adds one record under the next oid; value i under the column first + i.
@@ -94,7 +103,8 @@ struct SRawPropDB
         read.Reset();
     }
 
-    CRawStatement savepoint, release, insertNew, insert, largest, read, bulk, list, columns;
+    CRawStatement savepoint, release, insertNew, insert, largest, read, bulk, list, columns, tables,
+        columnsOf;
 };
 
 } // namespace qelbench
