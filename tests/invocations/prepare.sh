@@ -1,27 +1,28 @@
-# prepare.sh: the states in which invocations begin; $kind is sqlite or legacy.
+# prepare.sh: the states in which invocations begin; $kind is sqlite or legacy. `state NAME` comes from run.sh: it makes
+# a state once for each kind, and copies it from then on.
 
 # An empty property database.
 file() { qelprop init cars.db --format "$kind"; }
 
-makers_table() { file && qelprop add-table cars.db Makers --description "Who builds them"; }
+makers_table() { state file && qelprop add-table cars.db Makers --description "Who builds them"; }
 
-makers_columns() { makers_table && qelprop add-column cars.db Makers Name:string Country:string; }
+makers_columns() { state makers_table && qelprop add-column cars.db Makers Name:string Country:string; }
 
 # Two tables, one without columns.
-tables() { makers_columns && qelprop add-table cars.db Cars --description "What was built"; }
+tables() { state makers_columns && qelprop add-table cars.db Cars --description "What was built"; }
 
 cars_columns() {
-    tables &&
+    state tables &&
         qelprop add-column cars.db Cars Model:string Price:currency:EUR Bought:date Fast:boolean=false
 }
 
 reference() {
-    cars_columns &&
+    state cars_columns &&
         qelprop add-column cars.db Cars Maker:reference:Makers.Name --description Builder
 }
 
 makers() {
-    reference &&
+    state reference &&
         qelprop add cars.db Makers --oid 1 Name=DKW Country=Germany &&
         qelprop add cars.db Makers --oid 2 Name=Saab Country=Sweden &&
         qelprop add cars.db Makers --oid 3 Name=Volvo Country=Sweden
@@ -29,7 +30,7 @@ makers() {
 
 # Eight cars of three makers, with a photo column that is empty.
 cars() {
-    makers &&
+    state makers &&
         qelprop add-column cars.db Cars Photo:binary &&
         qelprop add cars.db Cars --oid 1 Model=F12 Price=3250 Bought=1964-01-20 Maker=@1 &&
         qelprop add cars.db Cars --oid 2 Model=96 Price=1900.50 Bought=1966-09-01 Maker=@2 &&
@@ -45,4 +46,4 @@ cars() {
 photo() { printf '\377\330\377\340\000\020JFIF\000\001\002\000\000\001' >photo.jpg; }
 
 # The eight cars, one of them with its photo.
-cars_with_photo() { cars && photo && qelprop set cars.db Cars @7 Photo@=photo.jpg; }
+cars_with_photo() { state cars && photo && qelprop set cars.db Cars @7 Photo@=photo.jpg; }

@@ -16,19 +16,34 @@ update=
 [ "${1:-}" = --update ] && { update=1; shift; }
 export LC_ALL=C.UTF-8 TZ=UTC PATH="$(dirname "$program"):$PATH"
 unset NO_COLOR
-work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
+# In memory where there is such a place: every command flushes its file to the disk.
+work=$(mktemp -d /dev/shm/invocations.XXXXXX 2>/dev/null || mktemp -d)
+trap 'chmod -R u+w "$work"; rm -rf "$work"' EXIT
 source "$here/prepare.sh"
-faults=0 count=0
+
+# Brings the empty folder to a state of prepare.sh, which is made once for each kind.
+state() {
+    local kept=$work/states/$kind/$1
+    if [ -d "$kept" ]; then
+        cp -p "$kept"/* .
+    else
+        "$1" && mkdir -p "$kept" && cp -p ./* "$kept"
+    fi
+}
+
+# One step before the invocation: a state to begin with, or a command.
+prepare() {
+    if [ -z "$(ls)" ] && declare -F "$1" >/dev/null; then state "$1"; else eval "$1"; fi
+}
 
 # Runs one command and prints what came of it.
 show() {
     local status
-    bash -c "$1" >"$work/out" 2>"$work/err" </dev/null
+    bash -c "$1" >"../out" 2>"../err" </dev/null
     status=$?
-    sed 's/^/| /' "$work/out"
-    [ -s "$work/out" ] && [ -n "$(tail -c1 "$work/out")" ] && echo
-    sed 's/^/! /' "$work/err"
+    sed 's/^/| /' ../out
+    [ -s ../out ] && [ -n "$(tail -c1 ../out)" ] && echo
+    sed 's/^/! /' ../err
     echo "= $status"
 }
 
@@ -36,12 +51,14 @@ show() {
 play() {
     local line
     kind=$2
-    rm -rf "$work/folder"
-    mkdir "$work/folder"
-    cd "$work/folder" || exit 1
+    mkdir -p "$work/$kind"
+    cd "$work/$kind" || exit 1
+    rm -rf folder
+    mkdir folder
+    cd folder || exit 1
     while IFS= read -r line; do
         case $line in
-        '> '*) eval "${line#> }" >"$work/prepared" 2>&1 || { echo "cannot prepare: ${line#> }"; cat "$work/prepared"; } ;;
+        '> '*) prepare "${line#> }" >../prepared 2>&1 || { echo "cannot prepare: ${line#> }"; cat ../prepared; } ;;
         '$ '*) show "${line#\$ }" ;;
         '? '*) echo "? ${line#\? }"; show "${line#\? }" ;;
         '--- '*) break ;;
@@ -63,6 +80,18 @@ write() {
     mv "$work/new" "$1"
 }
 
+# Compares every transcript for one kind. @return the number of those that came out otherwise
+compare() {
+    local transcript faults=0
+    for transcript in "${transcripts[@]}"; do
+        play "$transcript" "$1" >"$work/$1.came"
+        expected "$transcript" "$1" |
+            diff -u --label "kept: $(basename "$transcript" .txt), $1" --label came - "$work/$1.came" || faults=$((faults + 1))
+    done
+    return $faults
+}
+
+transcripts=()
 for transcript in "$here"/*.txt; do
     name=$(basename "$transcript" .txt)
     if [ $# -gt 0 ] && [[ " $* " != *" $name "* ]]; then continue; fi
@@ -72,14 +101,18 @@ for transcript in "$here"/*.txt; do
     fi
     if [ -n "$update" ]; then
         write "$transcript" "$(play "$transcript" sqlite)" "$(play "$transcript" legacy)"
-        continue
+    else
+        transcripts+=("$transcript")
     fi
-    for kind in sqlite legacy; do
-        count=$((count + 1))
-        play "$transcript" $kind >"$work/came"
-        expected "$transcript" $kind | diff -u --label "kept: $name, $kind" --label "came" - "$work/came" || faults=$((faults + 1))
-    done
 done
+
+# Both kinds side by side.
+compare legacy >"$work/legacy.differences" &
+compare sqlite
+faults=$?
+wait $!
+faults=$((faults + $?))
+cat "$work/legacy.differences"
 
 # Every example of the help is kept here.
 if [ $# -eq 0 ]; then
@@ -95,5 +128,5 @@ if [ $# -eq 0 ]; then
         faults=$((faults + 1))
     done <<<"$examples"
 fi
-echo "$count runs, $faults faults"
+echo "$((2 * ${#transcripts[@]})) runs, $faults faults"
 [ $faults -eq 0 ]
