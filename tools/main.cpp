@@ -11,7 +11,8 @@ int main(int argc, char** argv)
     qel::PrepareStreams();
     qel::CatchInterrupts(true);
     constexpr int kNoTerminal = 0;
-    const tool::SSurroundings surroundings{std::cin,
+    std::istream in(qel::StandardInput());
+    const tool::SSurroundings surroundings{in,
                                            std::cout,
                                            std::cerr,
                                            qel::IsTerminal(qel::EStream::eIn),

@@ -45,7 +45,9 @@ int TerminalColumns(int absent)
 
 void PrepareStreams()
 {
-    std::signal(SIGPIPE, SIG_IGN);
+    // What ends a process by default is an error of the write that met it.
+    for (const int number : {SIGPIPE, SIGXFSZ})
+        std::signal(number, SIG_IGN);
 }
 
 bool IsOutputClosed()

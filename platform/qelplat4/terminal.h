@@ -3,6 +3,7 @@
 
 #include <qelplat4/export.h>
 
+#include <streambuf>
 #include <string>
 #include <vector>
 
@@ -23,8 +24,12 @@ QELPLAT4_API bool IsTerminal(EStream stream);
 QELPLAT4_API int TerminalColumns(int absent);
 
 /// Makes the standard streams carry bytes unchanged.
-/// A closed pipe is an error of writing from then on instead of the program's end.
+/// A closed pipe or a file at its limit is an error of writing from then on instead of the program's end.
 QELPLAT4_API void PrepareStreams();
+
+/// Standard input; it ends when the user wishes to stop, even while nothing comes.
+/// @return lives as long as the process
+QELPLAT4_API std::streambuf* StandardInput();
 
 /// Whether the program that standard output was piped to has closed it.
 QELPLAT4_API bool IsOutputClosed();

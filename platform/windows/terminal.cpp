@@ -4,6 +4,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <iostream>
 
 #include <fcntl.h>
 #include <io.h>
@@ -64,6 +65,11 @@ void PrepareStreams()
     for (FILE* stream : {stdin, stdout, stderr})
         _setmode(_fileno(stream), _O_BINARY);
     SetConsoleOutputCP(CP_UTF8);
+}
+
+std::streambuf* StandardInput()
+{
+    return std::cin.rdbuf(); // the keys that stop a program end its reading as well
 }
 
 bool IsOutputClosed()

@@ -2,6 +2,10 @@
 #include "failure.h"
 
 #include <qellib4/qellib4.h>
+#include <qelplat4/native_path.h>
+#include <sqlite3.h>
+
+#include <fstream>
 
 namespace tool {
 namespace {
@@ -23,21 +27,51 @@ bool IsBusy(unsigned int code)
     return code == kBusy || code == kLocked || code == qel::kFileInUse;
 }
 
-/// A file in WAL mode, or one whose last change was cut short, is not read without its journal.
-bool WantsJournal(unsigned int code)
+/// Codes of an engine that could not make the files that it keeps beside its own.
+bool WantsSideFiles(unsigned int code)
 {
     constexpr unsigned int kReadOnlyEngine = kSqlError + 8;
     constexpr unsigned int kCannotOpen = kSqlError + 14;
     return code == kReadOnlyEngine || code == kCannotOpen;
 }
 
+/// Whether the engine keeps a write-ahead log for the file, as its header says. Reading it gives up the locks
+/// that this process has on the file, for which a failure has no more use.
+bool KeepsLog(const std::string& file)
+{
+    constexpr std::streamoff kReadVersion = 19;
+    constexpr int kWithLog = 2;
+    std::ifstream header(qel::NativePath(TavCharConvert().UTF8ToUnicode(file)), std::ios::binary);
+    header.seekg(kReadVersion);
+    return header.get() == kWithLog;
+}
+
+std::string EngineWords(unsigned int code)
+{
+    return sqlite3_errstr(static_cast<int>(code - kSqlError));
+}
+
 std::string WordsOf(unsigned int code)
 {
+    constexpr unsigned int kCodes = 256;
+    if (code > kSqlError && code < kSqlError + kCodes)
+        return EngineWords(code);
     std::string text = TavCharConvert().ToUTF8(qel::ResultText(code));
     // Result texts are sentences; a message of the program goes on from its file name.
     if (text.size() > 1 && text[0] >= 'A' && text[0] <= 'Z' && !(text[1] >= 'A' && text[1] <= 'Z'))
         text[0] = static_cast<char>(text[0] - 'A' + 'a');
     return text;
+}
+
+void ExplainSideFiles(SFailure& failure)
+{
+    if (KeepsLog(failure.file)) {
+        failure.message += ": the file has a write-ahead log, so that even reading it makes files beside it";
+        failure.hint =
+            "its folder must be writable; or copy it, with its -wal if there is one, to one that is";
+    } else {
+        failure.hint = "the folder must be writable, too: a journal stands beside the file during a change";
+    }
 }
 
 } // namespace
@@ -53,6 +87,14 @@ EExit ExitOf(unsigned int code)
     return IsDamage(code) ? EExit::eFaults : EExit::eFailed;
 }
 
+SFailure InterruptFailure()
+{
+    SFailure failure;
+    failure.exit = EExit::eInterrupt;
+    failure.message = "interrupted; nothing was saved";
+    return failure;
+}
+
 SFailure FailureOf(unsigned int code, const std::string& file, const std::string& doing)
 {
     SFailure failure;
@@ -62,8 +104,8 @@ SFailure FailureOf(unsigned int code, const std::string& file, const std::string
     failure.code = code;
     if (IsBusy(code))
         failure.hint = "another process holds the file; --timeout MS waits for it";
-    else if (WantsJournal(code))
-        failure.hint = "if the file has a journal beside it (-wal, -journal), its folder must be writable";
+    else if (WantsSideFiles(code))
+        ExplainSideFiles(failure);
     return failure;
 }
 

@@ -31,6 +31,9 @@ struct SFailure
 /// The exit status that stands for a result code of the library.
 EExit ExitOf(unsigned int code);
 
+/// The failure that stands for an interrupt: exit status 130.
+SFailure InterruptFailure();
+
 /// A failure made of a result code of the library: its own text, the code in parentheses.
 SFailure FailureOf(unsigned int code, const std::string& file, const std::string& doing);
 

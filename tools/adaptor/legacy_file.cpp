@@ -3,7 +3,11 @@
 
 #include "display_order.h"
 
+#include <qelplat4/terminal.h>
+
 #include <algorithm>
+#include <chrono>
+#include <thread>
 
 namespace tool {
 namespace {
@@ -22,6 +26,20 @@ unsigned int StoreCode(const std::wstring& path, bool readOnly)
 
 } // namespace
 
+unsigned int UnlessInUse(int milliseconds, const std::function<unsigned int()>& open)
+{
+    using TClock = std::chrono::steady_clock;
+    constexpr std::chrono::milliseconds kPause(20);
+    const TClock::time_point end = TClock::now() + std::chrono::milliseconds(milliseconds);
+    unsigned int code = open();
+    for (; code == qel::kFileInUse && TClock::now() < end; code = open()) {
+        if (qel::WasInterrupted())
+            throw InterruptFailure();
+        std::this_thread::sleep_for(kPause);
+    }
+    return code;
+}
+
 CLegacyFile::CLegacyFile(const std::wstring& path, const SOptions& options) : m_path(path), m_options(options)
 {
     m_database.SetLogfile(options.log);
@@ -37,8 +55,7 @@ std::unique_ptr<CPropertyFile> CLegacyFile::Open(const std::wstring& path, const
 {
     std::unique_ptr<CLegacyFile> file(new CLegacyFile(path, options));
     const bool readOnly = options.access == EAccess::eRead;
-    if (const unsigned int code = file->m_database.Open(path, readOnly); code != qel::kSuccess)
-        file->Require(code == qel::kNotOpen ? StoreCode(path, readOnly) : code, "cannot open");
+    file->Require(UnlessInUse(options.busyTimeout, [&] { return file->TryOpen(readOnly); }), "cannot open");
     if (!readOnly)
         file->Begin();
     return file;
@@ -54,6 +71,12 @@ std::unique_ptr<CPropertyFile> CLegacyFile::Create(const std::wstring& path, con
     file->Require(file->m_database.Create(path), "cannot create");
     file->Begin();
     return file;
+}
+
+unsigned int CLegacyFile::TryOpen(bool readOnly)
+{
+    const unsigned int code = m_database.Open(m_path, readOnly);
+    return code == qel::kNotOpen ? StoreCode(m_path, readOnly) : code;
 }
 
 void CLegacyFile::Require(unsigned int code, const std::string& doing) const

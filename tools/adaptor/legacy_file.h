@@ -3,6 +3,8 @@
 
 #include "property_file.h"
 
+#include <functional>
+
 namespace tool {
 
 class CLegacyFile : public CPropertyFile
@@ -46,6 +48,8 @@ public:
 private:
     CLegacyFile(const std::wstring& path, const SOptions& options);
 
+    unsigned int TryOpen(bool readOnly);
+
     /// Begins the batch of the next change, if none is begun.
     void Begin();
     void Require(unsigned int code, const std::string& doing) const;
@@ -59,5 +63,10 @@ private:
     bool m_begun = false;
     CQelTable3X m_table; // the table used last; oid 0 for none
 };
+
+/// Opens a store that another process may have open, for which the store itself does not wait.
+/// @param milliseconds  how long to try again
+/// @return what the last try gave
+unsigned int UnlessInUse(int milliseconds, const std::function<unsigned int()>& open);
 
 } // namespace tool

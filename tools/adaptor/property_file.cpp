@@ -35,6 +35,13 @@ bool Exists(const std::wstring& path)
     return std::filesystem::exists(qel::NativePath(path), error);
 }
 
+bool HasFolder(const std::wstring& path)
+{
+    std::error_code error;
+    const std::filesystem::path folder = qel::NativePath(path).parent_path();
+    return folder.empty() || std::filesystem::is_directory(folder, error);
+}
+
 bool IsEngineFile(const std::wstring& path)
 {
     constexpr std::string_view kMark = "SQLite format 3";
@@ -83,6 +90,8 @@ SFailure CPropertyFile::NotReplaced(const std::wstring& path)
 std::unique_ptr<CPropertyFile> CPropertyFile::Create(const std::wstring& path, EKind kind, bool lookupIndexes,
                                                      bool force, const SOptions& options)
 {
+    if (!HasFolder(path))
+        throw Failure(EExit::eNotFound, path, "no such folder");
     const bool exists = Exists(path);
     const bool isStore = exists && KindOf(path) == EKind::eLegacy;
     if (kind == EKind::eSQLite) {

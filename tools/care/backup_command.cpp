@@ -88,8 +88,9 @@ void CopySQLite(CContext& context, CPropertyFile& source, const CPartFile& part)
 void CopyStore(CContext& context, CPropertyFile& source, const CPartFile& part)
 {
     const unsigned int code = source.LegacyDatabase()->Optimize(part.Path(), nullptr, 0);
+    const bool ofSource = ExitOf(code) == EExit::eFaults;
     if (code != qel::kSuccess)
-        throw FailureOf(code, context.Arguments().Text("FILE"), "cannot copy");
+        throw FailureOf(code, context.Arguments().Text(ofSource ? "FILE" : "TARGET"), "cannot copy");
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 // compact_command.cpp: the command compact.
+#include "adaptor/legacy_file.h"
 #include "care.h"
 #include "output/output.h"
 #include "output/part_file.h"
@@ -67,7 +68,9 @@ void CompactStore(CContext& context, const std::wstring& path)
     CDovBlobDB store;
     store.SetLogFile(context.Log());
     const bool readOnly = !path.empty();
-    Require(context, store.Open(Wide(context.Arguments().Text("FILE")), readOnly));
+    const std::wstring file = Wide(context.Arguments().Text("FILE"));
+    Require(context, UnlessInUse(context.FileOptions(EAccess::eRead).busyTimeout,
+                                 [&] { return store.Open(file, readOnly); }));
     Require(context, store.Optimize(path, nullptr, 0, false));
     Require(context, store.Close());
 }

@@ -110,12 +110,8 @@ void CContext::Finish(CPropertyFile& file)
 
 void CContext::CheckInterrupt() const
 {
-    if (!qel::WasInterrupted())
-        return;
-    SFailure failure;
-    failure.exit = EExit::eInterrupt;
-    failure.message = "interrupted; nothing was saved";
-    throw failure;
+    if (qel::WasInterrupted())
+        throw InterruptFailure();
 }
 
 void CContext::Tell(const std::string& line)

@@ -106,7 +106,8 @@ bool RunGuarded(const std::vector<std::string>& arguments, const SSurroundings& 
         exit = ParseAndRun(arguments, surroundings);
         return true;
     } catch (const SFailure& thrown) {
-        failure = thrown;
+        // Input that an interrupt has ended looks like one that is cut short.
+        failure = qel::WasInterrupted() ? InterruptFailure() : thrown;
     } catch (CException* thrown) {
         thrown->Delete();
         failure = FailureOf(qel::kFrameworkException, "", "");

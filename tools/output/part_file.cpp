@@ -6,6 +6,7 @@
 #include <qelplat4/native_path.h>
 #include <qelplat4/replace_file.h>
 
+#include <fstream>
 #include <random>
 
 namespace tool {
@@ -43,6 +44,19 @@ CPartFile::CPartFile(const std::string& target, bool force)
         throw Failure(EExit::eRefused, m_name, "the file exists already", "--force replaces it");
     m_part = m_target;
     m_part += "." + std::to_string(std::random_device()()) + ".part";
+    CheckFolder();
+}
+
+void CPartFile::CheckFolder() const
+{
+    std::error_code error;
+    const std::filesystem::path folder = m_target.has_parent_path() ? m_target.parent_path() : ".";
+    if (!std::filesystem::is_directory(folder, error))
+        throw Failure(EExit::eNotFound, m_name, "no such folder");
+    const bool canMake = std::ofstream(m_part, std::ios::binary).is_open();
+    std::filesystem::remove(m_part, error);
+    if (!canMake)
+        throw Failure(EExit::eFailed, m_name, "cannot make a file in this folder");
 }
 
 CPartFile::~CPartFile()

@@ -11,7 +11,9 @@ class CPartFile
 {
 public:
     /// @param force  false: a target that exists is refused
-    /// @throws SFailure  4 for a target that exists; 1 for one that is no file
+    /// @throws SFailure  4 for a target that exists; 3 where its folder does not; 1 for one that is no file,
+    /// or a
+    ///                   folder in which none can be made
     CPartFile(const std::string& target, bool force);
     CPartFile(const CPartFile&) = delete;
     CPartFile& operator=(const CPartFile&) = delete;
@@ -24,6 +26,8 @@ public:
     void Publish();
 
 private:
+    void CheckFolder() const;
+
     std::string m_name;
     std::filesystem::path m_target;
     std::filesystem::path m_part;
