@@ -2,15 +2,14 @@
 #include "legacy_file.h"
 
 #include "display_order.h"
-
-#include <qelplat4/terminal.h>
+#include "patience.h"
 
 #include <algorithm>
-#include <chrono>
-#include <thread>
 
 namespace tool {
 namespace {
+
+constexpr unsigned int kUnfinished = 17308; // of a reader: the store wants to be opened for writing once
 
 std::string Quote(const std::wstring& name)
 {
@@ -25,20 +24,6 @@ unsigned int StoreCode(const std::wstring& path, bool readOnly)
 }
 
 } // namespace
-
-unsigned int UnlessInUse(int milliseconds, const std::function<unsigned int()>& open)
-{
-    using TClock = std::chrono::steady_clock;
-    constexpr std::chrono::milliseconds kPause(20);
-    const TClock::time_point end = TClock::now() + std::chrono::milliseconds(milliseconds);
-    unsigned int code = open();
-    for (; code == qel::kFileInUse && TClock::now() < end; code = open()) {
-        if (qel::WasInterrupted())
-            throw InterruptFailure();
-        std::this_thread::sleep_for(kPause);
-    }
-    return code;
-}
 
 CLegacyFile::CLegacyFile(const std::wstring& path, const SOptions& options) : m_path(path), m_options(options)
 {
@@ -55,7 +40,10 @@ std::unique_ptr<CPropertyFile> CLegacyFile::Open(const std::wstring& path, const
 {
     std::unique_ptr<CLegacyFile> file(new CLegacyFile(path, options));
     const bool readOnly = options.access == EAccess::eRead;
-    file->Require(UnlessInUse(options.busyTimeout, [&] { return file->TryOpen(readOnly); }), "cannot open");
+    const unsigned int code = CPatience(options.busyTimeout).Open([&] { return file->TryOpen(readOnly); });
+    if (readOnly && code == kUnfinished)
+        throw file->Unfinished();
+    file->Require(code, "cannot open");
     if (!readOnly)
         file->Begin();
     return file;
@@ -71,6 +59,17 @@ std::unique_ptr<CPropertyFile> CLegacyFile::Create(const std::wstring& path, con
     file->Require(file->m_database.Create(path), "cannot create");
     file->Begin();
     return file;
+}
+
+SFailure CLegacyFile::Unfinished() const
+{
+    SFailure failure;
+    failure.file = TavCharConvert().ToUTF8(m_path);
+    failure.message =
+        "cannot open: a process that was killed has left work in it, and reading must not change it";
+    failure.hint = "whatever opens it for writing puts it right: 'qelprop compact'";
+    failure.code = kUnfinished;
+    return failure;
 }
 
 unsigned int CLegacyFile::TryOpen(bool readOnly)

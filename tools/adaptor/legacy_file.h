@@ -3,8 +3,6 @@
 
 #include "property_file.h"
 
-#include <functional>
-
 namespace tool {
 
 class CLegacyFile : public CPropertyFile
@@ -49,6 +47,7 @@ private:
     CLegacyFile(const std::wstring& path, const SOptions& options);
 
     unsigned int TryOpen(bool readOnly);
+    SFailure Unfinished() const;
 
     /// Begins the batch of the next change, if none is begun.
     void Begin();
@@ -63,10 +62,5 @@ private:
     bool m_begun = false;
     CQelTable3X m_table; // the table used last; oid 0 for none
 };
-
-/// Opens a store that another process may have open, for which the store itself does not wait.
-/// @param milliseconds  how long to try again
-/// @return what the last try gave
-unsigned int UnlessInUse(int milliseconds, const std::function<unsigned int()>& open);
 
 } // namespace tool

@@ -4,6 +4,8 @@
 #include "display_order.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <limits>
 
 namespace tool {
 namespace {
@@ -16,7 +18,7 @@ std::string Quote(const std::wstring& name)
 } // namespace
 
 CSQLiteFile::CSQLiteFile(const std::wstring& path, const SOptions& options)
-    : m_path(path), m_options(options), m_database(nullptr)
+    : m_path(path), m_options(options), m_patience(options.busyTimeout), m_database(nullptr)
 {
     m_database.SetLogfile(options.log);
 }
@@ -96,7 +98,7 @@ void CSQLiteFile::OpenConnection(bool readOnly)
 {
     Require(CQelSQLite::MapQelERR(m_sqlite.Open(m_path, readOnly)), "cannot open");
     m_sqlite.SetLogfile(m_options.log);
-    m_sqlite.SetBusyTimeout(m_options.busyTimeout);
+    m_patience.Lend(m_sqlite);
 }
 
 void CSQLiteFile::RunText(const wchar_t* sql, const char* doing)
@@ -251,8 +253,25 @@ unsigned long CSQLiteFile::AddRecord(unsigned long tableOid, const CRecord& reco
     CRecord complete;
     CompleteRecord(tableOid, record, complete);
     unsigned long oid = givenOid;
-    Require(m_database.AddRecord(tableOid, oid, complete, givenOid != 0), "cannot add the record");
+    unsigned int code = m_database.AddRecord(tableOid, oid, complete, givenOid != 0);
+    constexpr unsigned long kLastOid = std::numeric_limits<std::uint32_t>::max();
+    if (code != qel::kSuccess && givenOid == 0 && HasRecord(tableOid, kLastOid)) {
+        oid = FirstFreeOid(tableOid); // the database itself looks behind the last record alone
+        code = m_database.AddRecord(tableOid, oid, complete, true);
+    }
+    Require(code, "cannot add the record");
     return oid;
+}
+
+unsigned long CSQLiteFile::FirstFreeOid(unsigned long tableOid)
+{
+    unsigned long free = 1;
+    for (const unsigned long oid : RecordOids(tableOid)) {
+        if (oid != free)
+            break;
+        ++free;
+    }
+    return free;
 }
 
 void CSQLiteFile::SetRecord(unsigned long tableOid, unsigned long recordOid, const CRecord& record)

@@ -1,6 +1,7 @@
 // sqlite_file.h: a property database inside an SQLite database.
 #pragma once
 
+#include "patience.h"
 #include "property_file.h"
 
 namespace tool {
@@ -53,10 +54,12 @@ private:
     void Require(unsigned int code, const std::string& doing) const;
     void RunText(const wchar_t* sql, const char* doing);
     const CQelTable& Table(unsigned long tableOid);
+    unsigned long FirstFreeOid(unsigned long tableOid);
     void CompleteRecord(unsigned long tableOid, const CRecord& record, CRecord& complete);
 
     std::wstring m_path;
     SOptions m_options;
+    CPatience m_patience; // ends after the connection
     CQelSQLite m_sqlite;
     CQelPropDB m_database;
     bool m_begun = false;

@@ -40,7 +40,8 @@ SCommand Compact()
         {DryRunOption()},
         {{"qelprop compact cars.db", ""}},
         false,
-        RunCompact};
+        RunCompact,
+        {"--output"}};
 }
 
 SCommand Backup()

@@ -1,5 +1,5 @@
 // compact_command.cpp: the command compact.
-#include "adaptor/legacy_file.h"
+#include "adaptor/patience.h"
 #include "care.h"
 #include "output/output.h"
 #include "output/part_file.h"
@@ -32,20 +32,21 @@ int StopWhenInterrupted(void*)
     return qel::WasInterrupted() ? 1 : 0;
 }
 
-void OpenConnection(CContext& context, CQelSQLite& connection, bool readOnly)
+void OpenConnection(CContext& context, CPatience& patience, CQelSQLite& connection, bool readOnly)
 {
     Require(context,
             CQelSQLite::MapQelERR(connection.Open(Wide(context.Arguments().Text("FILE")), readOnly)));
     connection.SetLogfile(context.Log());
-    connection.SetBusyTimeout(context.FileOptions(EAccess::eRead).busyTimeout);
+    patience.Lend(connection);
     constexpr int kInstructions = 10000; // some times in a millisecond
     sqlite3_progress_handler(connection.Handle(), kInstructions, StopWhenInterrupted, nullptr);
 }
 
 void CompactSQLite(CContext& context)
 {
+    CPatience patience(context.FileOptions(EAccess::eRead).busyTimeout);
     CQelSQLite connection;
-    OpenConnection(context, connection, false);
+    OpenConnection(context, patience, connection, false);
     Require(context, connection.IsReadOnly() ? qel::kReadOnly : qel::kSuccess);
     Require(context, CQelSQLite::MapQelERR(connection.ExecSQL(L"VACUUM")));
     // In a file with a write-ahead log the shorter content stands there until now.
@@ -54,8 +55,9 @@ void CompactSQLite(CContext& context)
 
 void CompactSQLiteInto(CContext& context, const CPartFile& part)
 {
+    CPatience patience(context.FileOptions(EAccess::eRead).busyTimeout);
     CQelSQLite connection;
-    OpenConnection(context, connection, true);
+    OpenConnection(context, patience, connection, true);
     CQelSQLite::CStatement statement(&connection);
     statement.Prepare(L"VACUUM INTO ?1");
     statement.BindString(1, part.Path());
@@ -69,8 +71,8 @@ void CompactStore(CContext& context, const std::wstring& path)
     store.SetLogFile(context.Log());
     const bool readOnly = !path.empty();
     const std::wstring file = Wide(context.Arguments().Text("FILE"));
-    Require(context, UnlessInUse(context.FileOptions(EAccess::eRead).busyTimeout,
-                                 [&] { return store.Open(file, readOnly); }));
+    CPatience patience(context.FileOptions(EAccess::eRead).busyTimeout);
+    Require(context, patience.Open([&] { return store.Open(file, readOnly); }));
     Require(context, store.Optimize(path, nullptr, 0, false));
     Require(context, store.Close());
 }
@@ -79,8 +81,9 @@ void CompactStore(CContext& context, const std::wstring& path)
 
 EExit RunCompact(CContext& context)
 {
-    // Opening tells the kind, and refuses a file that holds no properties.
-    const EKind kind = context.OpenFile(EAccess::eRead)->Kind();
+    // Opening tells the kind, and refuses a file that holds no properties; a store that a killed process has
+    // left is put right by being opened for writing.
+    const EKind kind = context.OpenFile(context.IsDryRun() ? EAccess::eRead : EAccess::eWrite)->Kind();
     const std::string file = context.Arguments().Text("FILE");
     const unsigned long long before = SizeOf(file);
     unsigned long long after = 0;

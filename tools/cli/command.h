@@ -75,6 +75,7 @@ struct SCommand
     bool prints = false; ///< whether the output options (-o, --csv, -O ...) mean something to it
     /// Does the work; failures are thrown as SFailure. @return eDone, or eFaults when that is the answer
     EExit (*run)(CContext& context) = nullptr;
+    std::vector<std::string> heeds = {}; ///< where it does not print rows: the output options that it takes
 };
 
 } // namespace tool

@@ -41,6 +41,17 @@ const std::vector<SOption>& OutputOptions()
     return kOptions;
 }
 
+std::vector<SOption> OutputOptionsOf(const SCommand& command)
+{
+    std::vector<SOption> options;
+    for (const SOption& option : OutputOptions()) {
+        const auto& heeds = command.heeds;
+        if (command.prints || std::find(heeds.begin(), heeds.end(), option.Key()) != heeds.end())
+            options.push_back(option);
+    }
+    return options;
+}
+
 const std::vector<SCommand>& AllCommands()
 {
     static const std::vector<SCommand> kCommands = [] {
@@ -62,7 +73,8 @@ const std::vector<SExample>& FirstSteps()
         {"qelprop add-table cars.db Makers Name:string Country:string", "and tables with their columns"},
         {"qelprop add-table cars.db Cars Model:string Price:currency:EUR Maker:reference:Makers.Name", ""},
         {"qelprop add cars.db Makers Name=Volvo Country=Sweden", "put records in; each gets an oid"},
-        {"qelprop add cars.db Cars Model=Duett Price=1200 Maker=@1", "and refer to others by theirs"},
+        {"qelprop add cars.db Cars Model=Duett Price=1200 Maker=@1",
+         "and refer to others by the oid that was printed"},
         {"qelprop list cars.db Cars", "look at them"},
         {"qelprop export cars.db Cars --csv -O cars.csv", "carry them elsewhere"},
     };

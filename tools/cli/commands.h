@@ -7,8 +7,10 @@ namespace tool {
 
 /// Options that every command takes, before or after its name.
 const std::vector<SOption>& GlobalOptions();
-/// Options that say what is printed, how and where; every command takes them, those that print heed them.
+/// Options that say what is printed, how and where.
 const std::vector<SOption>& OutputOptions();
+/// Those of them that mean something to a command.
+std::vector<SOption> OutputOptionsOf(const SCommand& command);
 /// All commands, in the order in which help shows them.
 const std::vector<SCommand>& AllCommands();
 /// A first database, step by step.

@@ -148,8 +148,7 @@ std::string CommandHelp(const SCommand& command)
         arguments.emplace_back(positional.name, positional.help);
     text += Section("Arguments", arguments);
     text += Section("Options", OptionLines(command.options));
-    if (command.prints)
-        text += Section("Output", OptionLines(OutputOptions()));
+    text += Section("Output", OptionLines(OutputOptionsOf(command)));
     return text + Section("Options of every command", OptionLines(GlobalOptions()));
 }
 

@@ -5,6 +5,8 @@
 #include "suggestion.h"
 
 #include <CLI/CLI.hpp>
+#include <qellib4/qellib4.h>
+#include <qelplat4/native_path.h>
 
 #include <algorithm>
 
@@ -131,6 +133,17 @@ void CheckPlaces(const SInvocation& invocation, const std::vector<std::string>& 
     }
 }
 
+/// An option without effect would let the user believe that it had one. --json also says how errors look.
+void CheckOutputOptions(const SInvocation& invocation)
+{
+    const std::vector<SOption> heeded = OutputOptionsOf(*invocation.command);
+    for (const SOption& option : OutputOptions()) {
+        const std::string key = option.Key();
+        if (!IsAmong(option, heeded) && key != "--json" && invocation.arguments.Has(key))
+            throw UsageFailure(invocation.command->name + ": " + key + " means nothing here");
+    }
+}
+
 CArguments Found(const CBound& bound)
 {
     CArguments arguments;
@@ -154,8 +167,20 @@ std::vector<std::string> ReadUpToCommand(const std::vector<std::string>& argumen
     return parser.remaining();
 }
 
-const SCommand& CommandNamed(const std::string& name)
+/// "qelprop cars.db list" is what those would type who know other programs.
+std::string SwappedHint(const std::string& name, const std::vector<std::string>& unread)
 {
+    std::error_code error;
+    const bool isFile = std::filesystem::exists(qel::NativePath(TavCharConvert().UTF8ToUnicode(name)), error);
+    const bool swapped = unread.size() > 1 && FindCommand(unread[1]) != nullptr;
+    if (!isFile && !swapped)
+        return "'qelprop --help' lists them";
+    return "the command comes first: qelprop " + (swapped ? unread[1] : "COMMAND") + " " + name;
+}
+
+const SCommand& CommandNamed(const std::vector<std::string>& unread)
+{
+    const std::string& name = unread.front();
     if (const SCommand* command = FindCommand(name))
         return *command;
     if (name.size() > 1 && name[0] == '-')
@@ -164,7 +189,7 @@ const SCommand& CommandNamed(const std::string& name)
     for (const SCommand& command : AllCommands())
         known.push_back(command.name);
     std::string hint = Suggestion(name, known);
-    throw UsageFailure("no command '" + name + "'", hint.empty() ? "'qelprop --help' lists them" : hint);
+    throw UsageFailure("no command '" + name + "'", hint.empty() ? SwappedHint(name, unread) : hint);
 }
 
 } // namespace
@@ -175,7 +200,7 @@ SInvocation ParseCommandLine(const std::vector<std::string>& arguments)
     const std::vector<std::string> unread = ReadUpToCommand(arguments, invocation.arguments);
     if (unread.empty())
         return invocation;
-    invocation.command = &CommandNamed(unread.front());
+    invocation.command = &CommandNamed(unread);
 
     CLI::App parser;
     Prepare(parser);
@@ -193,6 +218,7 @@ SInvocation ParseCommandLine(const std::vector<std::string>& arguments)
     if (!invocation.arguments.Has("--help")) {
         CheckPlaces(invocation, parser.remaining());
         CheckChoices(invocation);
+        CheckOutputOptions(invocation);
     }
     return invocation;
 }

@@ -1,12 +1,11 @@
 // program.cpp: runs one command, and turns its failure into a line on stderr and an exit status.
 #include "program.h"
 
+#include "failure_text.h"
 #include "help.h"
 #include "man_page.h"
-#include "output/screen_text.h"
 #include "parser.h"
 
-#include <nlohmann/json.hpp>
 #include <qelplat4/terminal.h>
 
 #include <algorithm>
@@ -17,43 +16,6 @@ namespace tool {
 namespace {
 
 constexpr int kClosedPipe = 141; // as a shell shows a program that a closed pipe has ended
-
-std::string CodeSuffix(const SFailure& failure)
-{
-    return failure.code == 0 ? "" : " (" + std::to_string(failure.code) + ")";
-}
-
-void PrintPlain(const SFailure& failure, std::ostream& err)
-{
-    const auto shown = [](const std::string& text) { return OneLine(Wide(text)); };
-    err << "qelprop: ";
-    if (!failure.file.empty()) {
-        err << shown(failure.file) << ':';
-        if (failure.line != 0)
-            err << failure.line << ':';
-        err << ' ';
-    }
-    err << shown(failure.message) << CodeSuffix(failure) << '\n';
-    if (!failure.hint.empty())
-        err << "hint: " << shown(failure.hint) << '\n';
-}
-
-void PrintJson(const SFailure& failure, std::ostream& err)
-{
-    nlohmann::ordered_json object;
-    object["program"] = "qelprop";
-    if (!failure.file.empty())
-        object["file"] = failure.file;
-    if (failure.line != 0)
-        object["line"] = failure.line;
-    object["message"] = failure.message;
-    if (failure.code != 0)
-        object["code"] = failure.code;
-    if (!failure.hint.empty())
-        object["hint"] = failure.hint;
-    object["exit"] = static_cast<int>(failure.exit);
-    err << object.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace) << '\n';
-}
 
 /// An argument becomes text of the library, which has no place for other bytes.
 void CheckText(const std::vector<std::string>& arguments)
@@ -78,7 +40,13 @@ EExit RunInvocation(const SInvocation& invocation, const SSurroundings& surround
     if (invocation.command == nullptr)
         throw UsageFailure("no command given", "'qelprop --help' lists them");
     CContext context(surroundings, invocation.arguments);
-    return invocation.command->run(context);
+    try {
+        return invocation.command->run(context);
+    } catch (SFailure& failure) {
+        if (failure.file.empty() && failure.exit == EExit::eRefused)
+            failure.file = invocation.arguments.Text("FILE"); // what was asked of it is refused
+        throw;
+    }
 }
 
 EExit ParseAndRun(const std::vector<std::string>& arguments, const SSurroundings& surroundings)
@@ -137,7 +105,7 @@ int RunProgram(const std::vector<std::string>& arguments, const SSurroundings& s
     if (done)
         return static_cast<int>(exit);
     const bool json = std::find(arguments.begin(), arguments.end(), "--json") != arguments.end();
-    (json ? PrintJson : PrintPlain)(failure, surroundings.err);
+    surroundings.err << FailureText(failure, json);
     return static_cast<int>(failure.exit);
 }
 

@@ -143,6 +143,7 @@ EExit RunRenameColumn(CContext& context)
     const CQelTable& table = names.Table(context.Arguments().Text("TABLE"));
     const CQelTable::SQelColumn& column = names.Column(table, context.Arguments().Text("COLUMN"));
     const std::wstring name = Wide(context.Arguments().Text("NEWNAME"));
+    RequireValidName(name);
     if (name != column.name) // both databases take this for a name in use
         file->RenameColumn(table.Properties().oid, column.oid, name);
     context.Finish(*file);

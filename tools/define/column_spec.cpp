@@ -74,6 +74,7 @@ CQelTable::SQelColumn ParseColumn(const std::string& spec, const CNames& names, 
                            "write NAME:TYPE, such as " + spec.substr(0, spec.find('=')) + ":string");
     CQelTable::SQelColumn column;
     column.name = Wide(spec.substr(0, colon));
+    RequireValidName(column.name);
     const std::string rest = spec.substr(colon + 1);
     const std::size_t end = ParseTypeAndMore(rest, names, column);
     if (end < rest.size())

@@ -9,9 +9,9 @@ constexpr const char* kColumnGrammar =
     "A column is NAME:TYPE, with =DEFAULT after it if new records are to have one. TYPE is string, integer, "
     "unsigned, integer64, unsigned64, double, date, time, datetime, boolean, currency, hyperlink, reference "
     "or binary.\n\n"
-    "currency:EUR names the currency of the column, reference:Makers.Name the table whose records are "
-    "referred "
-    "to and the column by which they are shown.";
+    "currency:EUR names the currency of the column; reference:Makers.Name the table whose records are "
+    "referred to, and the column that hosts show in their place. Here a reference is the oid of a record.\n\n"
+    "Names hold any characters but the blank and # % ( ) * , - . / : ; < > ? @ [ \\ ] |, and 'a' is not 'A'.";
 
 SPositional ColumnArgument()
 {

@@ -13,6 +13,7 @@ EExit RunAddTable(CContext& context)
     const CNames names(*file);
     CQelTable table;
     table.Properties().name = Wide(arguments.Text("NAME"));
+    RequireValidName(table.Properties().name);
     table.Properties().description = Wide(arguments.Text("--description"));
     for (const std::string& spec : arguments.All("COLUMN"))
         table.Properties().columns.push_back(ParseColumn(spec, names, ValueRulesOf(context)));
@@ -29,6 +30,7 @@ EExit RunRenameTable(CContext& context)
     const CNames names(*file);
     const CQelTable::SData& table = names.Table(context.Arguments().Text("TABLE")).Properties();
     const std::wstring name = Wide(context.Arguments().Text("NEWNAME"));
+    RequireValidName(name);
     if (name != table.name) // one of the databases takes this for a name in use
         file->RenameTable(table.oid, name);
     context.Finish(*file);

@@ -6,6 +6,11 @@
 namespace tool {
 namespace {
 
+SOption SeparatorOption()
+{
+    return {"--separator", "CHAR", "what parts the values of separated text, such as ';'"};
+}
+
 SCommand Import()
 {
     return {
@@ -17,7 +22,10 @@ SCommand Import()
         "An "
         "unquoted nothing is Null, \"\" is the empty text. A currency amount without a symbol has none.\n\n"
         "Everything is one transaction. The first record that does not fit ends it, and nothing is imported, "
-        "unless --on-error skip is given.\n\n"
+        "unless --on-error skip is given: then each refused record is a line on stderr (the first 20 of "
+        "them), and "
+        "the exit status is 0 all the same. The file of --rejects has a line for each, none if there was "
+        "none.\n\n"
         "A record keeps the oid that the file gives it as @oid; one that is there already is written over "
         "only with --key @oid. With a key, columns that the file does not name keep their values.",
         {FileArgument(),
@@ -32,13 +40,15 @@ SCommand Import()
          {"--on-error", "WHAT", "at a record that does not fit: stop or skip", {"stop", "skip"}},
          {"--rejects", "FILE", "with skip, write refused records to a file", {}, false, ENames::eFile},
          {"--map", "NAME=COLUMN", "take a name in the file for another column", {}, true},
+         SeparatorOption(),
          {"--new-oids", "", "read over the oids in the file"},
          {"--no-defaults", "", "leave columns Null that the file does not name"},
          DryRunOption()},
         {{"qelprop import cars.db Cars cars.csv --on-error skip --rejects bad.csv", ""},
          {"qelprop import cars.db Cars - --jsonl --key Model --dry-run < new.jsonl", ""}},
         false,
-        RunImport};
+        RunImport,
+        {"--as", "--csv", "--tsv", "--json", "--jsonl", "--null", "--no-header"}};
 }
 
 SCommand Export()
@@ -56,7 +66,8 @@ SCommand Export()
           "these columns alone, in this order; @oid is the record's",
           {},
           false,
-          ENames::eColumn}},
+          ENames::eColumn},
+         SeparatorOption()},
         {{"qelprop export cars.db Cars --csv -O cars.csv", ""}},
         true,
         RunExport};
@@ -87,7 +98,8 @@ SCommand Dump()
         {},
         {{"qelprop dump cars.db | gzip > cars.jsonl.gz", ""}},
         false,
-        RunDump};
+        RunDump,
+        {"--output"}};
 }
 
 SCommand Load()
@@ -120,7 +132,8 @@ SCommand Migrate()
         {FormatOption("the other kind where none is given"), ForceOption(), DryRunOption()},
         {{"qelprop migrate old.store cars.db --progress auto", ""}},
         false,
-        RunMigrate};
+        RunMigrate,
+        {"--json", "--jsonl", "--output"}};
 }
 
 } // namespace

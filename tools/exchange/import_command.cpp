@@ -1,25 +1,15 @@
 // import_command.cpp: the command import.
 #include "exchange_commands.h"
 
+#include "cli/failure_text.h"
 #include "importer.h"
 #include "input.h"
+#include "output/output.h"
 #include "output/progress.h"
-
-#include <qelplat4/native_path.h>
-
-#include <fstream>
+#include "output/row_writer.h"
 
 namespace tool {
 namespace {
-
-SFailure FileFailure(EExit exit, const std::string& file, const std::string& message)
-{
-    SFailure failure;
-    failure.exit = exit;
-    failure.file = file;
-    failure.message = message;
-    return failure;
-}
 
 EFormat FormatOf(const CContext& context, const std::string& name)
 {
@@ -48,6 +38,7 @@ SSourceRules SourceRulesOf(const CContext& context, const CNames& names, const C
     rules.header = !arguments.Has("--no-header");
     rules.regional = context.IsRegional();
     rules.takeOids = !arguments.Has("--new-oids");
+    rules.separator = SeparatorOf(arguments);
     if (arguments.Has("--null"))
         rules.null = arguments.Text("--null");
     for (const std::string& given : arguments.All("--map")) {
@@ -70,53 +61,40 @@ CImporter::SRules ImportRulesOf(const CContext& context, const CNames& names, co
     return rules;
 }
 
-/// The file of refused records, in the form of the input, so that it can be mended and read again.
+/// What becomes of refused records: a line on stderr for each of the first ones, and a file in the form of
+/// the input, so that it can be mended and read again.
 class CRejects
 {
 public:
-    CRejects(const CContext& context, const CInput& input) : m_name(context.Arguments().Text("--rejects"))
+    explicit CRejects(CContext& context) : m_context(context)
     {
-        if (m_name.empty())
-            return;
-        const std::filesystem::path path = qel::NativePath(Wide(m_name));
-        std::error_code error;
-        for (const std::string& other : {input.Name(), context.Arguments().Text("FILE")}) {
-            if (std::filesystem::equivalent(path, qel::NativePath(Wide(other)), error))
-                throw UsageFailure("--rejects names a file that is read: '" + m_name + "'");
-        }
-        m_file.open(path, std::ios::binary | std::ios::trunc);
-        Check();
+        if (context.Arguments().Has("--rejects"))
+            m_file.emplace(context, "--rejects");
     }
 
-    void Put(const std::string& header, const std::string& raw)
+    void Put(const SFailure& failure, const CRecordSource& source, const SSourceRecord& record)
     {
-        if (m_name.empty())
+        constexpr unsigned long long kTold = 20;
+        if (++m_count <= kTold && !m_context.IsQuiet())
+            m_context.Err() << FailureText(failure, m_context.Format() == EFormat::eJson);
+        if (!m_file)
             return;
-        if (!m_begun && !header.empty())
-            m_file << header << '\n';
-        m_begun = true;
-        m_file << raw << '\n';
-        Check();
+        if (m_count == 1 && !source.Header().empty())
+            m_file->Stream() << source.Header() << '\n';
+        m_file->Stream() << source.Raw(record) << '\n';
     }
 
     void Finish()
     {
-        if (m_name.empty())
-            return;
-        m_file.close();
-        Check();
+        if (m_file)
+            m_file->Finish();
     }
+    unsigned long long Count() const { return m_count; }
 
 private:
-    void Check() const
-    {
-        if (!m_file)
-            throw FileFailure(EExit::eFailed, m_name, "cannot write the rejects");
-    }
-
-    std::string m_name;
-    std::ofstream m_file;
-    bool m_begun = false;
+    CContext& m_context;
+    std::optional<COutput> m_file;
+    unsigned long long m_count = 0;
 };
 
 /// Reads on, naming the file where reading fails.
@@ -136,9 +114,8 @@ bool ReadNext(CRecordSource& source, SSourceRecord& record, const std::string& f
 unsigned long long PutAll(CContext& context, CRecordSource& source, CImporter& importer, const CInput& input)
 {
     const bool skip = context.Arguments().Text("--on-error", "stop") == "skip";
-    CRejects rejects(context, input);
+    CRejects rejects(context);
     CProgress progress(context, "importing", "bytes", input.Size());
-    unsigned long long refused = 0;
     SSourceRecord record;
     while (ReadNext(source, record, input.Name())) {
         progress.Step(source.BytesRead());
@@ -152,12 +129,11 @@ unsigned long long PutAll(CContext& context, CRecordSource& source, CImporter& i
                 failure.message += "; nothing was imported";
                 throw;
             }
-            ++refused;
-            rejects.Put(source.Header(), source.Raw(record));
+            rejects.Put(failure, source, record);
         }
     }
     rejects.Finish();
-    return refused;
+    return rejects.Count();
 }
 
 } // namespace

@@ -22,7 +22,7 @@ CInput::CInput(CContext& context)
     SFailure failure;
     failure.exit = EExit::eNotFound;
     failure.file = m_name;
-    failure.message = "cannot read this file";
+    failure.message = std::filesystem::exists(path, error) ? "cannot read this file" : "no such file";
     throw failure;
 }
 

@@ -128,6 +128,16 @@ bool SetDate(const std::string& text, CQelProperty::EType type, CQelProperty& va
     return false;
 }
 
+/// Whether nothing but its size keeps a text from being an amount.
+bool IsTooLarge(const std::string& amount)
+{
+    std::string zeros = amount;
+    std::replace_if(
+        zeros.begin(), zeros.end(), [](char letter) { return letter >= '1' && letter <= '9'; }, '0');
+    long long none = 0;
+    return AmountFromText(zeros, none);
+}
+
 bool SetCurrency(const std::string& text, CQelProperty& value, std::string& error)
 {
     const std::size_t blank = text.find(' ');
@@ -136,7 +146,10 @@ bool SetCurrency(const std::string& text, CQelProperty& value, std::string& erro
     const bool good = AmountFromText(text.substr(0, blank), amount) &&
                       (blank == std::string::npos || ReadUtf8(text.substr(blank + 1), symbol));
     if (!good) {
-        error = "'" + text + "' is no amount (want 12.3400 EUR, at most four decimals)";
+        error = "'" + text +
+                (IsTooLarge(text.substr(0, blank))
+                     ? "' is too large an amount (922337203685477.5807 is the largest)"
+                     : "' is no amount (want 12.3400 EUR, at most four decimals)");
         return false;
     }
     value = CurrencyOf(amount, symbol);
@@ -157,7 +170,10 @@ bool SetText(const std::string& text, CQelProperty::EType type, CQelProperty& va
 bool SetReference(const std::string& text, CQelProperty& value, std::string& error)
 {
     const std::string digits = !text.empty() && text[0] == '@' ? text.substr(1) : text;
-    return SetInteger<std::uint32_t>(digits, error, [&](std::uint32_t oid) { value.SetReference(oid); });
+    if (SetInteger<std::uint32_t>(digits, error, [&](std::uint32_t oid) { value.SetReference(oid); }))
+        return true;
+    error = "'" + text + "' is no oid of a record (want its number, such as @3)";
+    return false;
 }
 
 bool SetBlob(const std::string& text, CQelProperty& value, std::string& error)

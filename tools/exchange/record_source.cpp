@@ -17,7 +17,7 @@ std::unique_ptr<CRecordSource> CRecordSource::Make(EFormat format, std::istream&
 {
     if (format == EFormat::eJson || format == EFormat::eJsonLines)
         return MakeJsonSource(in, rules, format == EFormat::eJsonLines);
-    return MakeSeparatedSource(in, rules, format == EFormat::eTsv ? '\t' : ',');
+    return MakeSeparatedSource(in, rules, rules.separator.value_or(format == EFormat::eTsv ? '\t' : ','));
 }
 
 const CSourceColumns::STarget& CSourceColumns::Find(const std::string& name)

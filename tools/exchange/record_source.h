@@ -34,6 +34,7 @@ struct SSourceRules
     bool regional = false;                      ///< text by the user's locale
     bool takeOids = true;                       ///< false: "@oid" is read over
     std::optional<std::string> null;            ///< a text that means Null
+    std::optional<char> separator;              ///< of separated text; the format's own where none is given
 };
 
 /// Finds what a name in a file stands for.

@@ -2,6 +2,7 @@
 #include "regional_text.h"
 
 #include "neutral_text.h"
+#include "value_parts.h"
 
 #include <qelplat4/mfc.h>
 #include <qelplat4/nls.h>
@@ -102,6 +103,19 @@ std::wstring Trimmed(const std::wstring& text)
     return std::wstring(begin, end);
 }
 
+/// Reads what has no form of the locale's own but for its decimal separator: 1,5e-300, nan, inf.
+bool ReadSpecial(const std::string& text, CQelProperty& value)
+{
+    if (text.find_first_of("eEn") == std::string::npos)
+        return false;
+    std::string neutral = text;
+    const std::string decimal = TavCharConvert().ToUTF8(SignsFor(CQelProperty::eDouble).decimal);
+    if (const std::size_t place = neutral.find(decimal); place != std::string::npos)
+        neutral.replace(place, decimal.size(), ".");
+    std::string error;
+    return FromNeutralText(neutral, CQelProperty::eDouble, value, error);
+}
+
 bool ReadNumber(const std::string& text, CQelProperty::EType type, CQelProperty& value, std::string& error)
 {
     std::wstring number;
@@ -110,6 +124,8 @@ bool ReadNumber(const std::string& text, CQelProperty::EType type, CQelProperty&
     const bool found = NeutralNumber(converter.UTF8ToUnicode(text), SignsFor(type), number, rest);
     const std::wstring symbol = Trimmed(rest);
     const bool hasSymbol = !symbol.empty();
+    if (type == CQelProperty::eDouble && ReadSpecial(text, value))
+        return true;
     if (!found || (hasSymbol && type != CQelProperty::eCurrency)) {
         error = "'" + text + "' is no number in this locale";
         return false;
@@ -134,7 +150,32 @@ bool ReadByLibrary(const std::string& text, CQelProperty::EType type, CQelProper
     return good;
 }
 
+bool IsAmount(CQelProperty::EType type)
+{
+    return type == CQelProperty::eDouble || type == CQelProperty::eCurrency;
+}
+
+/// All digits of a number, with the locale's decimal separator.
+std::string WithAllDigits(const CQelProperty& value)
+{
+    std::string text = ToNeutralText(value);
+    const std::size_t point = text.find('.');
+    if (point != std::string::npos)
+        text.replace(point, 1, TavCharConvert().ToUTF8(SignsFor(value.GetType()).decimal));
+    return text;
+}
+
 } // namespace
+
+std::string ToRegionalText(const CQelProperty& value)
+{
+    const std::string text = TavCharConvert().ToUTF8(value.String());
+    CQelProperty read;
+    std::string error;
+    if (FromRegionalText(text, value.GetType(), read, error) && IsSameValue(read, value))
+        return text;
+    return IsAmount(value.GetType()) ? WithAllDigits(value) : ToNeutralText(value);
+}
 
 bool FromRegionalText(const std::string& text, CQelProperty::EType type, CQelProperty& value,
                       std::string& error)

@@ -7,6 +7,10 @@
 
 namespace tool {
 
+/// A value as the user's locale writes it, as long as FromRegionalText reads the very same back; else with
+/// all its digits, or neutral.
+std::string ToRegionalText(const CQelProperty& value);
+
 /// Reads a text as the user's locale writes it: "1.200,50", "29.02.2024".
 /// What has no regional form (texts, references, binary values) is read as neutral text.
 /// @param value  out: unchanged on failure

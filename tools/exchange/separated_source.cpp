@@ -1,8 +1,11 @@
 // separated_source.cpp: records out of CSV and TSV.
+#include "cli/suggestion.h"
 #include "csv_reader.h"
 #include "neutral_text.h"
 #include "record_source.h"
 #include "regional_text.h"
+
+#include <algorithm>
 
 namespace tool {
 namespace {
@@ -27,6 +30,8 @@ public:
 
 private:
     void ReadHeader();
+    std::string HeaderHint() const;
+    void CheckRenamed() const;
     void TakeEveryColumn();
     void Resolve(const SCsvRow& row);
     bool ReadField(const SCsvField& field, std::size_t index, SSourceRecord& record) const;
@@ -50,10 +55,34 @@ void CSeparatedSource::ReadHeader()
         failure.file = m_rules.fileName;
         failure.line = m_row.line;
         if (failure.exit == EExit::eNotFound && failure.hint.empty())
-            failure.hint = "--map NAME=COLUMN takes a name in the file for another column";
+            failure.hint = HeaderHint();
         throw;
     }
+    CheckRenamed();
     m_header = CsvLine(m_row.fields, m_separator);
+}
+
+std::string CSeparatedSource::HeaderHint() const
+{
+    constexpr const char* kOthers = ";\t,|";
+    const std::string& first = m_row.fields.front().text;
+    const std::size_t place = first.find_first_of(kOthers);
+    if (m_row.fields.size() > 1 || place == std::string::npos)
+        return "--map NAME=COLUMN takes a name in the file for another column";
+    const std::string separator = first[place] == '\t' ? "\\t" : std::string(1, first[place]);
+    return "if '" + separator + "' parts the values: --separator '" + separator + "'";
+}
+
+void CSeparatedSource::CheckRenamed() const
+{
+    for (const auto& [name, column] : m_rules.renamed) {
+        if (std::find(m_names.begin(), m_names.end(), name) != m_names.end())
+            continue;
+        SFailure failure = Refusal(m_row.line, "--map: no column " + Quoted(name) + " in the file");
+        failure.exit = EExit::eNotFound;
+        failure.hint = Suggestion(name, m_names);
+        throw failure;
+    }
 }
 
 void CSeparatedSource::Resolve(const SCsvRow& row)

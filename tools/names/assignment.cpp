@@ -7,6 +7,7 @@
 #include <qelplat4/native_path.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <limits>
@@ -36,7 +37,9 @@ std::string ReadWhole(const std::string& path)
     SFailure failure;
     failure.exit = EExit::eNotFound;
     failure.file = path;
-    failure.message = "cannot read this file";
+    std::error_code error;
+    const bool exists = std::filesystem::exists(qel::NativePath(Wide(path)), error);
+    failure.message = exists ? "cannot read this file" : "no such file";
     throw failure;
 }
 
@@ -48,12 +51,11 @@ CQelProperty ValueFromFile(const std::string& path, const CQelTable::SQelColumn&
     if (bytes.size() > std::numeric_limits<unsigned int>::max() / 2)
         throw Refusal(column, "the file is too large for a value");
     CQelProperty value;
+    std::string error;
     if (column.type == CQelProperty::eBlob)
         value.SetBlob(bytes.data(), static_cast<unsigned int>(bytes.size()));
-    else if (column.type == CQelProperty::eURL)
-        value.SetURL(Wide(bytes));
-    else
-        value.SetStringUTF8(bytes);
+    else if (!FromNeutralText(bytes, column.type, value, error))
+        throw Refusal(column, Quoted(path) + " is no text in UTF-8");
     return value;
 }
 

@@ -5,6 +5,7 @@
 #include "cli/context.h"
 #include "cli/suggestion.h"
 
+#include <algorithm>
 #include <charconv>
 
 namespace tool {
@@ -115,7 +116,8 @@ unsigned long CNames::RecordOid(const std::string& given)
     const char* const end = given.data() + given.size();
     const unsigned long oid = OidOf(given) != 0 ? OidOf(given) : OidIn(given.data(), end);
     if (oid == 0)
-        throw UsageFailure(Quoted(given) + " is no record", "records are given by their oid: @7");
+        throw UsageFailure(Quoted(given) + " is no oid of a record",
+                           "an oid is a number from 1 to 4294967295: @7");
     return oid;
 }
 
@@ -123,6 +125,22 @@ SFailure CNames::NoRecord(const CQelTable& table, unsigned long oid) const
 {
     return NotFound("no record @" + std::to_string(oid) + " in table " + Quoted(table.Properties().name), {},
                     {});
+}
+
+void RequireValidName(const std::wstring& name)
+{
+    const CQelPropDB rules(nullptr); // the rule needs no database
+    if (rules.IsValidName(name))
+        return;
+    SFailure failure;
+    failure.exit = EExit::eRefused;
+    failure.code = qel::kInvalidName;
+    failure.message = name.empty() ? "a name cannot be empty" : "invalid name " + Quoted(name);
+    const auto wrong = std::find_if_not(
+        name.begin(), name.end(), [&](wchar_t letter) { return rules.IsValidName(std::wstring(1, letter)); });
+    if (wrong != name.end())
+        failure.hint = "names hold no " + (*wrong == L' ' ? "blank" : Quoted(std::wstring(1, *wrong)));
+    throw failure;
 }
 
 std::string Quoted(const std::string& name)

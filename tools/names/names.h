@@ -39,6 +39,10 @@ private:
     std::vector<CQelTable> m_tables;
 };
 
+/// Refuses a new name of a table or a column that the databases would refuse, and says what is wrong with it.
+/// @throws SFailure  4
+void RequireValidName(const std::wstring& name);
+
 /// "'Cars'"
 std::string Quoted(const std::wstring& name);
 std::string Quoted(const std::string& name);

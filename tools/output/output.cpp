@@ -14,23 +14,27 @@ bool IsDevice(const std::filesystem::path& target)
     return std::filesystem::exists(status) && !std::filesystem::is_regular_file(status);
 }
 
-void RefuseDatabase(const CContext& context, const std::filesystem::path& target)
+/// A file that the command reads stays what it is, whatever name it is given.
+void RefuseArgument(const CContext& context, const std::string& option, const std::filesystem::path& target)
 {
-    std::error_code error;
-    const std::filesystem::path file = qel::NativePath(Wide(context.Arguments().Text("FILE")));
-    if (std::filesystem::equivalent(file, target, error))
-        throw UsageFailure("--output: this is the database itself");
+    for (const char* const argument : {"FILE", "OTHER", "INPUT", "TARGET"}) {
+        std::error_code error;
+        const std::filesystem::path file = qel::NativePath(Wide(context.Arguments().Text(argument)));
+        if (std::filesystem::equivalent(file, target, error))
+            throw UsageFailure(option + (argument == std::string("FILE") ? ": this is the database itself"
+                                                                         : ": the command reads this file"));
+    }
 }
 
 } // namespace
 
-COutput::COutput(CContext& context) : m_context(context)
+COutput::COutput(CContext& context, const std::string& option) : m_context(context), m_option(option)
 {
-    const std::string name = context.Arguments().Text("--output");
+    const std::string name = context.Arguments().Text(option);
     if (name.empty() || name == "-")
         return;
     const std::filesystem::path target = qel::NativePath(Wide(name));
-    RefuseDatabase(context, target);
+    RefuseArgument(context, option, target);
     if (!IsDevice(target))
         m_part.emplace(name, true);
     m_file.open(m_part ? qel::NativePath(m_part->Path()) : target, std::ios::binary | std::ios::trunc);
@@ -51,7 +55,7 @@ std::ostream& COutput::Stream()
 void COutput::Fail(const char* message) const
 {
     SFailure failure;
-    failure.file = m_context.Arguments().Text("--output");
+    failure.file = m_context.Arguments().Text(m_option);
     failure.message = message;
     throw failure;
 }

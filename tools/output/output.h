@@ -14,8 +14,9 @@ namespace tool {
 class COutput
 {
 public:
-    /// @throws SFailure  2 for the database itself, 1 for a file that cannot be written
-    explicit COutput(CContext& context);
+    /// @param option  the option that names the file
+    /// @throws SFailure  2 for a file that the command works on, 1 for one that cannot be written
+    explicit COutput(CContext& context, const std::string& option = "--output");
     COutput(const COutput&) = delete;
     COutput& operator=(const COutput&) = delete;
     /// Removes what was written to a file that was not finished.
@@ -29,6 +30,7 @@ private:
     [[noreturn]] void Fail(const char* message) const;
 
     CContext& m_context;
+    std::string m_option;
     std::optional<CPartFile> m_part;
     std::ofstream m_file;
 };

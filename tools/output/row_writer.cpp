@@ -22,7 +22,22 @@ SRowStyle StyleOf(CContext& context, EFormat absent)
         style.width = static_cast<std::size_t>(context.Surroundings().columns);
     if (arguments.Has("--null"))
         style.null = arguments.Text("--null");
+    style.separator = SeparatorOf(arguments);
     return style;
+}
+
+std::optional<char> SeparatorOf(const CArguments& arguments)
+{
+    if (!arguments.Has("--separator"))
+        return {};
+    const std::string given = arguments.Text("--separator");
+    const std::string text = given == "\\t" ? "\t" : given;
+    const bool good = text.size() == 1 && static_cast<unsigned char>(text[0]) < 0x80 &&
+                      std::string("\"\r\n").find(text[0]) == std::string::npos;
+    if (!good)
+        throw UsageFailure("--separator: '" + given + "' is no separator",
+                           "it is one character, such as ';'");
+    return text[0];
 }
 
 std::unique_ptr<CRowWriter> CRowWriter::Make(const SRowStyle& style, std::vector<std::string> headings,
@@ -30,9 +45,11 @@ std::unique_ptr<CRowWriter> CRowWriter::Make(const SRowStyle& style, std::vector
 {
     switch (style.format) {
     case EFormat::eCsv:
-        return std::make_unique<CSeparatedWriter>(style, std::move(headings), out, ',');
+        return std::make_unique<CSeparatedWriter>(style, std::move(headings), out,
+                                                  style.separator.value_or(','));
     case EFormat::eTsv:
-        return std::make_unique<CSeparatedWriter>(style, std::move(headings), out, '\t');
+        return std::make_unique<CSeparatedWriter>(style, std::move(headings), out,
+                                                  style.separator.value_or('\t'));
     case EFormat::eJson:
         return std::make_unique<CJsonWriter>(style, std::move(headings), out);
     case EFormat::eJsonLines:

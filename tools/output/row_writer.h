@@ -23,10 +23,15 @@ struct SRowStyle
     bool bigAsText = false; ///< JSON: 64-bit integers as text
     std::size_t width = 0;  ///< columns of the screen for a table; 0 for any number
     std::optional<std::string> null = {};
+    std::optional<char> separator = {}; ///< csv and tsv: what parts the values, where it is not their own
 };
 
 /// The style that the command line asks for.
 SRowStyle StyleOf(CContext& context, EFormat absent = EFormat::eTable);
+
+/// The character that --separator gives.
+/// @throws SFailure  2 for more than one character, or one that separates nothing
+std::optional<char> SeparatorOf(const CArguments& arguments);
 
 /// Takes rows one by one and prints them; a table waits for the last, all others print at once.
 class CRowWriter

@@ -2,6 +2,7 @@
 #include "separated_writer.h"
 
 #include "exchange/neutral_text.h"
+#include "exchange/regional_text.h"
 
 namespace tool {
 namespace {
@@ -20,10 +21,7 @@ bool WantsQuotes(const std::string& text, char separator, const std::string& nul
 
 std::string ExchangeText(const CQelProperty& value, const SRowStyle& style)
 {
-    // What the user's rules show but nobody could read back stays neutral.
-    const bool showsAll = value.GetType() != CQelProperty::eBlob &&
-                          value.GetType() != CQelProperty::eString && value.GetType() != CQelProperty::eURL;
-    return style.regional && showsAll ? Utf8(value.String()) : ToNeutralText(value);
+    return style.regional ? ToRegionalText(value) : ToNeutralText(value);
 }
 
 CSeparatedWriter::CSeparatedWriter(const SRowStyle& style, std::vector<std::string> headings,

@@ -1,6 +1,7 @@
 // table_writer.cpp: lays out a table when its last row is known.
 #include "table_writer.h"
 
+#include "progress.h"
 #include "screen_text.h"
 
 #include <algorithm>
@@ -45,6 +46,8 @@ std::string ScreenText(const CQelProperty& value, const SRowStyle& style)
     // An oid is a name made of digits, not an amount.
     if (value.GetType() == CQelProperty::eReference)
         return std::to_string(value.Data().uValue.nULong);
+    if (value.GetType() == CQelProperty::eBlob)
+        return SizeText(value.Data().nBufferSize);
     return OneLine(value.String());
 }
 

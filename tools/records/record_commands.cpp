@@ -5,14 +5,15 @@
 namespace tool {
 namespace {
 
-constexpr const char* kAssignments = "A value is NAME=VALUE; names may hold '=', the longest that fits wins. "
-                                     "'null' is Null where the column is "
-                                     "no text. NAME@=FILE takes text or bytes from a file. A reference is "
-                                     "the oid of a record, @3, and the record "
-                                     "must be there.\n\n"
-                                     "Dates are 2024-02-29, times 13:05:09, both 2024-02-29T13:05:09, "
-                                     "amounts 12.50 or 12.50 EUR; with --locale "
-                                     "they are written as the locale has it.";
+constexpr const char* kAssignments =
+    "A value is NAME=VALUE; names may hold '=', the longest that fits wins. "
+    "'null' is Null where the column is "
+    "no text. NAME@=FILE takes all of a file: bytes, or text in UTF-8 with its line ends. A reference is "
+    "the oid of a record, @3, and the record "
+    "must be there.\n\n"
+    "Dates are 2024-02-29, times 13:05:09, both 2024-02-29T13:05:09, "
+    "amounts 12.50 or 12.50 EUR; with --locale "
+    "they are written as the locale has it.";
 
 SPositional Assignments(bool required)
 {
@@ -62,7 +63,9 @@ SCommand Remove()
     return {"remove",
             EGroup::eRecords,
             "remove records",
-            "Says how many values go, and asks. All records that are named go, or none.",
+            "Says how many values go, and asks. All records that are named go, or none. What refers to them "
+            "stays, and "
+            "dangles then; 'check' finds it.",
             {FileArgument(), TableArgument(), {"RECORD", "a record, as @OID", true, true}},
             {YesOption(), DryRunOption()},
             {{"qelprop remove cars.db Cars @7 @8 --yes", ""}},
