@@ -58,8 +58,11 @@ bool IsOutputClosed()
 
 void CatchInterrupts(bool caught)
 {
-    for (const int number : {SIGINT, SIGTERM})
-        std::signal(number, caught ? RememberInterrupt : SIG_DFL);
+    for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
+        // Whoever started the program may want it to go on: nohup, a job in the background.
+        if (std::signal(number, SIG_IGN) != SIG_IGN)
+            std::signal(number, caught ? RememberInterrupt : SIG_DFL);
+    }
 }
 
 bool WasInterrupted()

@@ -7,6 +7,8 @@
 #include <qelplat4/utf16.h>
 #include <qelsq4/qelsq4.h>
 
+#include <filesystem>
+#include <fstream>
 #include <sstream>
 
 using namespace qeltest;
@@ -108,9 +110,58 @@ INSTANTIATE_TEST_SUITE_P(
                 "Lamps Next: refers to table @9, which is not there"},
         SDamage{"reference_to_no_column", L"UPDATE qeltpc SET crtc = 9 WHERE oid = 2",
                 "Lamps Next: refers to column @9 of table 'Lamps', which is not there"},
+        SDamage{"name_of_a_column", L"UPDATE qeltpc SET cname = 'a,b' WHERE oid = 2",
+                "Lamps a,b: the name is not allowed"},
+        SDamage{"name_of_two_tables", L"INSERT INTO qeltpt(oid, tname) VALUES(9, 'Lamps')",
+                "Lamps: the name occurs more than once"},
+        SDamage{"order_below_zero", L"UPDATE qeltpc SET cdo = -1 WHERE oid = 1",
+                "Lamps Name: the display order -1 is negative"},
+        SDamage{"default_of_another_type",
+                L"UPDATE qeltpc SET cdef = (SELECT data FROM qeltpd WHERE coid = 1) WHERE oid = 2",
+                "Lamps Next: the default is of type string, the column of type reference"},
+        SDamage{"reference_to_no_record",
+                L"UPDATE qeltpd SET data = x'04000C00000000000000000000000000000009000000"
+                L"00000000' WHERE coid = 2",
+                "Lamps @1 Next: refers to record @9, which is not there"},
+        SDamage{"text_without_end",
+                L"UPDATE qeltpd SET data = x'040001000000000000000200000000000000"
+                L"00000000000000004100' WHERE coid = 1",
+                "Lamps @1 Name: the text has no end"},
+        SDamage{"oid_of_a_table", L"UPDATE qeltpt SET oid = -5",
+                "a table has the oid -5\n"
+                "column @1 belongs to table @1, which is not there\n"
+                "column @2 belongs to table @1, which is not there\n"
+                "value of record @1, table @1, column @1: the table is not there\n"
+                "value of record @1, table @1, column @2: the table is not there"},
+        SDamage{"oid_of_a_column", L"UPDATE qeltpc SET oid = 4294967296 WHERE oid = 2",
+                "a column has the oid 4294967296\n"
+                "value of record @1, table @1, column @2: the column is not there"},
+        SDamage{"table_of_the_engine", L"DROP TABLE qeltpc",
+                "the engine's table 'qeltpc' is missing\n"
+                "value of record @1, table @1, column @1: the column is not there\n"
+                "value of record @1, table @1, column @2: the column is not there"},
         SDamage{"index", L"DROP INDEX idx_qeltpd_foidtoidcoid",
                 "the index that keeps a value from being stored twice is missing"}),
     RowName);
+
+TEST_F(Care, EnginesOwnTestIsPartOfACheck)
+{
+    Run({"add-table", Path(L"a.db"), "Shades"});
+    constexpr std::streamoff kFreePages = 39; // the last byte of their number in the file's header
+    std::fstream file(m_folder.File(L"a.db"), std::ios::in | std::ios::out | std::ios::binary);
+    file.seekp(kFreePages);
+    file.put('\x03');
+    file.close();
+    EXPECT_EQ(Run({"check", Path(L"a.db")}), 5);
+    EXPECT_NE(m_out.find("size is 0 but should be 3"), std::string::npos) << m_out;
+}
+
+TEST_F(Care, FileThatIsCutIsAFinding)
+{
+    std::filesystem::resize_file(m_folder.File(L"a.db"), 5000);
+    EXPECT_EQ(Run({"check", Path(L"a.db")}), 5);
+    EXPECT_NE(m_out, "");
+}
 
 TEST_F(Care, InterruptedImportLeavesTheFileAsItWas)
 {

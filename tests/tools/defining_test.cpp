@@ -44,8 +44,25 @@ TEST_P(Defining, TakesNamesWithAnEqualsSign)
 {
     Out("add-table cars.db T=1 A=B:integer=5");
     EXPECT_EQ(Columns("T=1"), "A=B:integer");
+    Out("add cars.db T=1 --oid 1");
     Out("add-column cars.db Cars R:reference:T=1.A=B=@1");
     EXPECT_THAT(Out("schema cars.db Cars --csv"), HasSubstr("R,reference,1,T=1.A=B"));
+}
+
+TEST_P(Defining, SaysWhatIsWrongWithAName)
+{
+    EXPECT_EQ(Refusal("add-table cars.db a-b"), "4 qelprop: cars.db: invalid name 'a-b' (17502)");
+    EXPECT_EQ(Refusal("add-table cars.db Shops Shelf.no:string"),
+              "4 qelprop: cars.db: invalid name 'Shelf.no' (17502)");
+    EXPECT_EQ(Refusal("rename-table cars.db Cars a/b"), "4 qelprop: cars.db: invalid name 'a/b' (17502)");
+    EXPECT_EQ(Refusal("rename-column cars.db Cars Model a,b"),
+              "4 qelprop: cars.db: invalid name 'a,b' (17502)");
+    const std::string db = program.File(L"cars.db").u8string();
+    EXPECT_EQ(program.RunWords({"rename-table", db, "Cars", "My Cars"}).err,
+              "qelprop: " + db + ": invalid name 'My Cars' (17502)\nhint: names hold no blank\n");
+    EXPECT_EQ(program.RunWords({"rename-table", db, "Cars", ""}).err,
+              "qelprop: " + db + ": a name cannot be empty (17502)\n");
+    Out("check cars.db");
 }
 
 TEST_P(Defining, RefusesColumnsThatAreNoneAndAddsNoOther)
@@ -53,9 +70,13 @@ TEST_P(Defining, RefusesColumnsThatAreNoneAndAddsNoOther)
     EXPECT_EQ(Refusal("add-column cars.db Cars Seats:integer Model:string"),
               "4 qelprop: cars.db: cannot add column 'Model': the name is already used (17503)");
     EXPECT_EQ(Refusal("add-column cars.db Cars a.b:string"),
-              "4 qelprop: cars.db: cannot add column 'a.b': invalid name (17502)");
+              "4 qelprop: cars.db: invalid name 'a.b' (17502)");
     EXPECT_EQ(Refusal("add-column cars.db Cars A:string A:integer"),
-              "4 qelprop: column 'A' is given twice (17503)");
+              "4 qelprop: cars.db: column 'A' is given twice (17503)");
+    EXPECT_EQ(Refusal("add-column cars.db Cars Other:reference:Makers.Name=@9"),
+              "4 qelprop: cars.db: column 'Other': no record @9 in table 'Makers'");
+    EXPECT_EQ(Refusal("modify-column cars.db Cars Maker --default @9"),
+              "4 qelprop: cars.db: column 'Maker': no record @9 in table 'Makers'");
     EXPECT_EQ(Refusal("add-column cars.db Cars Seats:intger"), "2 qelprop: no type 'intger'");
     EXPECT_EQ(Refusal("add-column cars.db Cars Seats"), "2 qelprop: column 'Seats' has no type");
     EXPECT_EQ(Refusal("add-column cars.db Cars Seats:integer:EUR"),
@@ -64,8 +85,8 @@ TEST_P(Defining, RefusesColumnsThatAreNoneAndAddsNoOther)
               "3 qelprop: cars.db: no table 'Makrs' (10020)");
     EXPECT_EQ(Refusal("add-column cars.db Cars M:reference"),
               "2 qelprop: a reference wants the table that it refers to");
-    EXPECT_EQ(Refusal("add-column cars.db Cars Seats:integer=many").substr(0, 35),
-              "4 qelprop: column 'Seats': 'many' i");
+    EXPECT_EQ(Refusal("add-column cars.db Cars Seats:integer=many").substr(0, 44),
+              "4 qelprop: cars.db: column 'Seats': 'many' i");
     EXPECT_EQ(Columns("Cars"), "Model:string Price:currency Fast:boolean Maker:reference");
 }
 

@@ -62,7 +62,7 @@ TEST_P(Looking, RefusesNamesThatAreNotThere)
     EXPECT_EQ(Refusal("list cars.db Cars --sort Model:up"),
               "2 qelprop: --sort: 'up' is neither asc nor desc");
     EXPECT_EQ(Refusal("get cars.db Cars @3"), "3 qelprop: cars.db: no record @3 in table 'Cars' (10020)");
-    EXPECT_EQ(Refusal("get cars.db Cars @x"), "2 qelprop: '@x' is no record");
+    EXPECT_EQ(Refusal("get cars.db Cars @x"), "2 qelprop: '@x' is no oid of a record");
     EXPECT_EQ(Refusal("list none.db Cars"), "3 qelprop: none.db: no such file");
 }
 
@@ -93,7 +93,7 @@ TEST_P(Looking, GivesTheBytesOfOneValue)
     EXPECT_EQ(Refusal("get cars.db Cars @1 --blob Photo"),
               "3 qelprop: column 'Photo': the record has no value here");
     EXPECT_EQ(Refusal("get cars.db Cars @1 --blob Price"),
-              "4 qelprop: column 'Price': holds neither bytes nor text");
+              "4 qelprop: cars.db: column 'Price': holds neither bytes nor text");
 }
 
 TEST_P(Looking, CountsRecordsAndValues)

@@ -100,8 +100,8 @@ protected:
 TEST_F(Progress, IsDrawnOnATerminalAndWipedAtTheEnd)
 {
     const std::string drawn = Drawn(true);
-    EXPECT_EQ(drawn.substr(0, 50), "\rtesting [##########..........] 50% 2 records, 1");
-    EXPECT_EQ(drawn.substr(drawn.size() - 8), "\033[K\r\033[K");
+    EXPECT_EQ(drawn.rfind("\rtesting [##########..........] 50% 2 records, ", 0), 0U) << drawn;
+    EXPECT_EQ(drawn.substr(drawn.size() - 7), "\033[K\r\033[K");
 }
 
 TEST_F(Progress, IsSilentInAPipe)

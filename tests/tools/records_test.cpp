@@ -45,11 +45,11 @@ TEST_P(Records, AddKeepsARecordOfNullsAlone)
 
 TEST_P(Records, AddReplacesNoRecord)
 {
-    EXPECT_EQ(Refusal("add cars.db Cars --oid 7 Model=x"), "4 qelprop: record @7 is there already");
+    EXPECT_EQ(Refusal("add cars.db Cars --oid 7 Model=x"), "4 qelprop: cars.db: record @7 is there already");
     EXPECT_EQ(Record("Cars", 7), "7,Duett,,false,3\n");
     Out("add-table cars.db Empty");
     EXPECT_EQ(Refusal("add cars.db Empty"),
-              "4 qelprop: table 'Empty' has no columns, so that it holds no records");
+              "4 qelprop: cars.db: table 'Empty' has no columns, so that it holds no records");
 }
 
 TEST_P(Records, SetKeepsWhatItDoesNotName)
@@ -88,19 +88,20 @@ TEST_P(Records, TakeValuesFromFiles)
     WriteFile(program.File(L"model.bin"), "Duett\nkombi");
     Out("set cars.db Cars @7 Photo@=photo.bin Model@=model.bin");
     EXPECT_EQ(Record("Cars", 7), "7,\"Duett\nkombi\",,false,3,AAEC\n");
-    EXPECT_EQ(Refusal("set cars.db Cars @7 Photo@=none.bin"), "3 qelprop: none.bin: cannot read this file");
+    EXPECT_EQ(Refusal("set cars.db Cars @7 Photo@=none.bin"), "3 qelprop: none.bin: no such file");
     EXPECT_EQ(Refusal("set cars.db Cars @7 Price@=photo.bin"),
-              "4 qelprop: column 'Price': only text and binary values are read from a file");
+              "4 qelprop: cars.db: column 'Price': only text and binary values are read from a file");
 }
 
 TEST_P(Records, RefuseValuesThatDoNotFitAndWriteNothing)
 {
     const std::string before = Out("list cars.db Cars --csv");
-    EXPECT_EQ(Refusal("set cars.db Cars @1 Model=x Fast=perhaps").substr(0, 37),
-              "4 qelprop: column 'Fast': 'perhaps' i");
+    EXPECT_EQ(Refusal("set cars.db Cars @1 Model=x Fast=perhaps").substr(0, 46),
+              "4 qelprop: cars.db: column 'Fast': 'perhaps' i");
     EXPECT_EQ(Refusal("set cars.db Cars @1 Model=x Maker=@9"),
-              "4 qelprop: column 'Maker': no record @9 in table 'Makers'");
-    EXPECT_EQ(Refusal("set cars.db Cars @1 Model=x Model=y"), "4 qelprop: column 'Model': given twice");
+              "4 qelprop: cars.db: column 'Maker': no record @9 in table 'Makers'");
+    EXPECT_EQ(Refusal("set cars.db Cars @1 Model=x Model=y"),
+              "4 qelprop: cars.db: column 'Model': given twice");
     EXPECT_EQ(Refusal("set cars.db Cars @1 Modell=x"),
               "3 qelprop: cars.db: no column 'Modell' in table 'Cars' (10020)");
     EXPECT_EQ(Refusal("set cars.db Cars @1 Model"), "2 qelprop: 'Model' gives no column a value");
@@ -112,7 +113,7 @@ TEST_P(Records, FollowALocaleOnRequest)
     Out("set cars.db Cars @1 Price=1.200,50 --locale de_DE");
     EXPECT_EQ(Record("Cars", 1), "1,96,1200.5000 EUR,false,2\n");
     EXPECT_EQ(Refusal("set cars.db Cars @1 Price=12.50 --locale de_DE"),
-              "4 qelprop: column 'Price': '12.50' is no number in this locale");
+              "4 qelprop: cars.db: column 'Price': '12.50' is no number in this locale");
 }
 
 TEST_P(Records, AreRemovedAllOrNone)

@@ -52,6 +52,14 @@ INSTANTIATE_TEST_SUITE_P(
                     SCase{"NoDate", "de_DE", CQelProperty::eDate, "31.02.2024x", "-"},
                     SCase{"ShownBoolean", "de_DE", CQelProperty::eBool, "Yes", "true"},
                     SCase{"NoBoolean", "de_DE", CQelProperty::eBool, "vielleicht", "-"},
+                    SCase{"MinusBehind", "de_DE", CQelProperty::eCurrency, "5-", "-"},
+                    SCase{"MinusAsBrackets", "en_US", CQelProperty::eCurrency, "(5)", "-"},
+                    SCase{"TwoNumbers", "en_US", CQelProperty::eCurrency, "5;6", "-"},
+                    SCase{"SymbolOfSeveralSigns", "sv_SE", CQelProperty::eCurrency, "1 200,50 kr.",
+                          "1200.5000 kr."},
+                    SCase{"TimeInADate", "de_DE", CQelProperty::eDate, "12:30", "-"},
+                    SCase{"Exponent", "de_DE", CQelProperty::eDouble, "1,5e-300", "1.5e-300"},
+                    SCase{"NoNumber", "de_DE", CQelProperty::eDouble, "nan", "nan"},
                     SCase{"Words", "de_DE", CQelProperty::eDouble, "zwei", "-"}),
     SRowName());
 

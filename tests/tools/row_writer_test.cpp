@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <sstream>
 
 using namespace tool;
@@ -48,6 +49,25 @@ TEST_F(RowWriter, TableHasNumbersToTheRightAndADotForNull)
               "-----  -------\n"
               "Duett  1200.00\n"
               "\u00b7            \u00b7\n");
+}
+
+TEST_F(RowWriter, TableNeverShowsAValueAsNothing)
+{
+    CQelProperty early;
+    early.SetDateTime(-162434.0, 9999); // before the regional calendar begins
+    early.SetType(CQelProperty::eDate);
+    CQelProperty bytes;
+    bytes.SetBlob("abc", 3);
+    style.header = false;
+    const std::pair<CQelProperty, const char*> cases[] = {{Number(std::nan("")), "nan\n"},
+                                                          {Number(-HUGE_VAL), "-inf\n"},
+                                                          {Number(1e-300), "1e-300\n"},
+                                                          {Number(0.0035), "0.0035\n"},
+                                                          {Number(0), "0.00\n"},
+                                                          {early, "1455-04-08\n"},
+                                                          {bytes, "3 bytes\n"}};
+    for (const auto& [value, text] : cases)
+        EXPECT_EQ(PrintCell(EFormat::eTable, value), text);
 }
 
 TEST_F(RowWriter, TableLinesUpWideCharacters)

@@ -5,6 +5,7 @@
 #include <qelplat4/native_path.h>
 #include <sqlite3.h>
 
+#include <filesystem>
 #include <fstream>
 
 namespace tool {
@@ -53,7 +54,7 @@ std::string EngineWords(unsigned int code)
 
 std::string WordsOf(unsigned int code)
 {
-    constexpr unsigned int kCodes = 256;
+    constexpr unsigned int kCodes = 100; // codes of the property database follow further up
     if (code > kSqlError && code < kSqlError + kCodes)
         return EngineWords(code);
     std::string text = TavCharConvert().ToUTF8(qel::ResultText(code));
@@ -63,10 +64,27 @@ std::string WordsOf(unsigned int code)
     return text;
 }
 
+/// Puts better words in the place of those that a result code has.
+void ReplaceWords(SFailure& failure, const std::string& words)
+{
+    const std::size_t doing = failure.message.find(": ");
+    failure.message = (doing == std::string::npos ? "" : failure.message.substr(0, doing + 2)) + words;
+}
+
+bool HasJournal(const std::string& file)
+{
+    std::error_code error;
+    const std::filesystem::path journal = qel::NativePath(TavCharConvert().UTF8ToUnicode(file + "-journal"));
+    return std::filesystem::file_size(journal, error) > 0 && !error;
+}
+
 void ExplainSideFiles(SFailure& failure)
 {
-    if (KeepsLog(failure.file)) {
-        failure.message += ": the file has a write-ahead log, so that even reading it makes files beside it";
+    if (HasJournal(failure.file)) {
+        ExplainUnfinished(failure);
+    } else if (KeepsLog(failure.file)) {
+        ReplaceWords(failure,
+                     "the file has a write-ahead log, so that even reading it makes files beside it");
         failure.hint =
             "its folder must be writable; or copy it, with its -wal if there is one, to one that is";
     } else {
@@ -85,6 +103,12 @@ EExit ExitOf(unsigned int code)
     if ((code >= qel::kInvalidName && code <= qel::kStillReferenced) || code == qel::kFileExists)
         return EExit::eRefused;
     return IsDamage(code) ? EExit::eFaults : EExit::eFailed;
+}
+
+void ExplainUnfinished(SFailure& failure)
+{
+    ReplaceWords(failure, "a change was cut off, and reading must not take it back");
+    failure.hint = "whatever opens the file for writing takes it back: 'qelprop compact'";
 }
 
 SFailure InterruptFailure()

@@ -31,6 +31,9 @@ struct SFailure
 /// The exit status that stands for a result code of the library.
 EExit ExitOf(unsigned int code);
 
+/// Says that a process has left a change half done, and what takes it back.
+void ExplainUnfinished(SFailure& failure);
+
 /// The failure that stands for an interrupt: exit status 130.
 SFailure InterruptFailure();
 

@@ -41,8 +41,12 @@ std::unique_ptr<CPropertyFile> CLegacyFile::Open(const std::wstring& path, const
     std::unique_ptr<CLegacyFile> file(new CLegacyFile(path, options));
     const bool readOnly = options.access == EAccess::eRead;
     const unsigned int code = CPatience(options.busyTimeout).Open([&] { return file->TryOpen(readOnly); });
-    if (readOnly && code == kUnfinished)
-        throw file->Unfinished();
+    if (readOnly && code == kUnfinished) {
+        SFailure failure = FailureOf(code, "", "cannot open");
+        failure.file = TavCharConvert().ToUTF8(path);
+        ExplainUnfinished(failure);
+        throw failure;
+    }
     file->Require(code, "cannot open");
     if (!readOnly)
         file->Begin();
@@ -59,17 +63,6 @@ std::unique_ptr<CPropertyFile> CLegacyFile::Create(const std::wstring& path, con
     file->Require(file->m_database.Create(path), "cannot create");
     file->Begin();
     return file;
-}
-
-SFailure CLegacyFile::Unfinished() const
-{
-    SFailure failure;
-    failure.file = TavCharConvert().ToUTF8(m_path);
-    failure.message =
-        "cannot open: a process that was killed has left work in it, and reading must not change it";
-    failure.hint = "whatever opens it for writing puts it right: 'qelprop compact'";
-    failure.code = kUnfinished;
-    return failure;
 }
 
 unsigned int CLegacyFile::TryOpen(bool readOnly)
@@ -297,7 +290,8 @@ bool CLegacyFile::GetRecord(unsigned long tableOid, unsigned long recordOid, CRe
     const unsigned int code = m_database.GetRecord(tableOid, recordOid, record);
     if (code == qel::kNotFound && !HasRecord(tableOid, recordOid))
         return false;
-    Require(code, "cannot read the record");
+    if (code != qel::kSuccess)
+        throw UnreadableRecord(code, m_path, Table(tableOid).Properties().name, recordOid);
     SortLike(Table(tableOid).Columns(), record);
     return true;
 }

@@ -17,6 +17,7 @@ public:
     const std::wstring& Path() const override { return m_path; }
     bool IsReadOnly() const override { return m_database.BlobDB().IsReadOnly(); }
 
+    bool HasOtherTables() override { return false; }
     std::vector<CQelTable> Tables() override;
     void AddTable(CQelTable& table) override;
     void RenameTable(unsigned long tableOid, const std::wstring& name) override;
@@ -47,7 +48,6 @@ private:
     CLegacyFile(const std::wstring& path, const SOptions& options);
 
     unsigned int TryOpen(bool readOnly);
-    SFailure Unfinished() const;
 
     /// Begins the batch of the next change, if none is begun.
     void Begin();

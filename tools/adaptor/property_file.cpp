@@ -13,6 +13,8 @@
 namespace tool {
 namespace {
 
+constexpr const char* kOtherFile = "the file is something else";
+
 std::string Utf8(const std::wstring& text)
 {
     return TavCharConvert().ToUTF8(text);
@@ -73,6 +75,8 @@ std::unique_ptr<CPropertyFile> CPropertyFile::Open(const std::wstring& path, con
 {
     if (!Exists(path))
         throw Failure(EExit::eNotFound, path, "no such file");
+    if (!std::ifstream(qel::NativePath(path), std::ios::binary).is_open())
+        throw Failure(EExit::eFailed, path, "no permission to read this file");
     if (KindOf(path) == EKind::eLegacy)
         return CLegacyFile::Open(path, options);
     if (IsOtherFile(path))
@@ -81,10 +85,22 @@ std::unique_ptr<CPropertyFile> CPropertyFile::Open(const std::wstring& path, con
     return CSQLiteFile::Open(path, options);
 }
 
-SFailure CPropertyFile::NotReplaced(const std::wstring& path)
+SFailure CPropertyFile::NotReplaced(const std::wstring& path, const std::string& why)
 {
-    return Failure(EExit::eRefused, path, "the file is something else, and is never replaced",
+    return Failure(EExit::eRefused, path, why + ", and is never replaced",
                    "name another file, or remove this one yourself");
+}
+
+SFailure CPropertyFile::UnreadableRecord(unsigned int code, const std::wstring& path,
+                                         const std::wstring& table, unsigned long recordOid)
+{
+    SFailure failure =
+        FailureOf(code, Utf8(path),
+                  "cannot read record @" + std::to_string(recordOid) + " of table '" + Utf8(table) + "'");
+    if (failure.exit == EExit::eFaults)
+        failure.hint =
+            "'qelprop check' lists what is damaged; 'export' and 'dump' leave it out with --skip-damaged";
+    return failure;
 }
 
 std::unique_ptr<CPropertyFile> CPropertyFile::Create(const std::wstring& path, EKind kind, bool lookupIndexes,
@@ -96,12 +112,14 @@ std::unique_ptr<CPropertyFile> CPropertyFile::Create(const std::wstring& path, E
     const bool isStore = exists && KindOf(path) == EKind::eLegacy;
     if (kind == EKind::eSQLite) {
         // A store is a file of the same engine, and would take the tables without a word.
-        if (isStore || (exists && IsOtherFile(path)))
-            throw NotReplaced(path);
+        if (isStore)
+            throw NotReplaced(path, "the file is a legacy store");
+        if (exists && IsOtherFile(path))
+            throw NotReplaced(path, kOtherFile);
         return CSQLiteFile::Create(path, lookupIndexes, force, options);
     }
     if (exists && !isStore)
-        throw NotReplaced(path);
+        throw NotReplaced(path, kOtherFile);
     if (exists && !force)
         throw Failure(EExit::eRefused, path, "the file holds a property database already",
                       "--force drops its tables and every record in them");

@@ -48,13 +48,19 @@ public:
     /// @param force  false: refuses a file that holds property tables already
     static std::unique_ptr<CPropertyFile> Create(const std::wstring& path, EKind kind, bool lookupIndexes,
                                                  bool force, const SOptions& options);
-    /// The refusal of a file of another kind than the one that is to be made.
-    static SFailure NotReplaced(const std::wstring& path);
+    /// The refusal of a file that is not what could be replaced.
+    static SFailure NotReplaced(const std::wstring& path, const std::string& why);
+    /// The failure to read one record, which says which.
+    static SFailure UnreadableRecord(unsigned int code, const std::wstring& path, const std::wstring& table,
+                                     unsigned long recordOid);
     virtual ~CPropertyFile();
 
     virtual EKind Kind() const = 0;
     virtual const std::wstring& Path() const = 0;
     virtual bool IsReadOnly() const = 0;
+
+    /// Whether the file holds tables of the engine that are not the property database's.
+    virtual bool HasOtherTables() = 0;
 
     /// Every table in ascending oid, columns in display order.
     virtual std::vector<CQelTable> Tables() = 0;

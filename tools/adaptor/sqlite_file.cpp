@@ -3,6 +3,8 @@
 
 #include "display_order.h"
 
+#include <sqlite3.h>
+
 #include <algorithm>
 #include <cstdint>
 #include <limits>
@@ -35,6 +37,8 @@ std::unique_ptr<CPropertyFile> CSQLiteFile::Open(const std::wstring& path, const
     file->OpenConnection(options.access == EAccess::eRead);
     if (options.access == EAccess::eWrite)
         file->Begin(); // before anything is read, so that opening's own repairs are undone with the rest
+    else
+        file->BeginReading();
     if (!file->HasPropertyTables())
         throw file->NoPropertyTables();
     file->Require(file->m_database.Attach(false, &file->m_sqlite), "cannot read the tables");
@@ -60,14 +64,13 @@ std::unique_ptr<CPropertyFile> CSQLiteFile::Create(const std::wstring& path, boo
     return file;
 }
 
-bool CSQLiteFile::HasPropertyTables()
+bool CSQLiteFile::HasRow(const wchar_t* sql)
 {
     constexpr int kRow = 100;
     int raw = 0;
     try {
         CQelSQLite::CStatement present(&m_sqlite);
-        present.Prepare(
-            L"SELECT 1 FROM sqlite_master WHERE type = 'table' AND name IN ('qeltpt','qeltpc','qeltpd')");
+        present.Prepare(sql);
         raw = present.Step();
     } catch (CQelException* exception) {
         const unsigned int code = exception->GetCode();
@@ -76,6 +79,18 @@ bool CSQLiteFile::HasPropertyTables()
     }
     Require(CQelSQLite::MapQelERR(raw), "cannot read");
     return raw == kRow;
+}
+
+bool CSQLiteFile::HasPropertyTables()
+{
+    return HasRow(
+        L"SELECT 1 FROM sqlite_master WHERE type = 'table' AND name IN ('qeltpt','qeltpc','qeltpd')");
+}
+
+bool CSQLiteFile::HasOtherTables()
+{
+    return HasRow(L"SELECT 1 FROM sqlite_master WHERE type IN ('table','view') AND "
+                  L"name NOT IN ('qeltpt','qeltpc','qeltpd') AND name NOT LIKE 'sqlite\\_%' ESCAPE '\\'");
 }
 
 SFailure CSQLiteFile::NoPropertyTables() const
@@ -101,7 +116,7 @@ void CSQLiteFile::OpenConnection(bool readOnly)
     m_patience.Lend(m_sqlite);
 }
 
-void CSQLiteFile::RunText(const wchar_t* sql, const char* doing)
+void CSQLiteFile::RunText(const wchar_t* sql, const std::string& doing)
 {
     unsigned int code = qel::kSuccess;
     try {
@@ -121,6 +136,12 @@ void CSQLiteFile::Begin()
     m_begun = true;
 }
 
+void CSQLiteFile::BeginReading()
+{
+    RunText(L"BEGIN", "cannot begin to read");
+    m_begun = true;
+}
+
 void CSQLiteFile::Commit()
 {
     if (!m_begun)
@@ -136,6 +157,9 @@ void CSQLiteFile::Rollback() noexcept
     m_begun = false;
     try {
         m_sqlite.ExecSQL(L"ROLLBACK");
+        // A file that could not be written is put right by the next that reads it with the right to write.
+        if (m_options.access == EAccess::eWrite)
+            m_sqlite.ExecSQL(L"SELECT 1 FROM sqlite_master");
     } catch (CQelException* exception) {
         exception->Delete(); // the engine had ended the transaction itself
     } catch (...) {
@@ -172,7 +196,14 @@ void CSQLiteFile::AddTable(CQelTable& table)
     Begin();
     CQelTable ordered(table);
     NumberInOrder(ordered.Properties().columns);
-    Require(m_database.AddTable(ordered), "cannot add table " + Quote(table.Properties().name));
+    const std::string doing = "cannot add table " + Quote(table.Properties().name);
+    const int before = sqlite3_total_changes(m_sqlite.Handle());
+    Require(m_database.AddTable(ordered), doing);
+    // The database does not ask whether its row was taken, which it is not where no journal can be made.
+    if (sqlite3_total_changes(m_sqlite.Handle()) == before) {
+        RunText(L"INSERT INTO qeltpt(oid) VALUES(-1)", doing); // gives the engine's reason
+        Require(qel::kCannotChange, doing);
+    }
     table.Properties().oid = ordered.Properties().oid;
 }
 
@@ -295,7 +326,9 @@ bool CSQLiteFile::HasRecord(unsigned long tableOid, unsigned long recordOid)
 
 bool CSQLiteFile::GetRecord(unsigned long tableOid, unsigned long recordOid, CRecord& record)
 {
-    Require(m_database.GetRecord(tableOid, recordOid, record), "cannot read the record");
+    const unsigned int code = m_database.GetRecord(tableOid, recordOid, record);
+    if (code != qel::kSuccess)
+        throw UnreadableRecord(code, m_path, Table(tableOid).Properties().name, recordOid);
     SortLike(Table(tableOid).Columns(), record);
     const bool stored = std::any_of(record.begin(), record.end(),
                                     [](const SQelPropColumnData& data) { return !data.value.IsNull(); });

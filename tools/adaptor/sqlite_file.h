@@ -18,6 +18,7 @@ public:
     const std::wstring& Path() const override { return m_path; }
     bool IsReadOnly() const override { return m_sqlite.IsReadOnly(); }
 
+    bool HasOtherTables() override;
     std::vector<CQelTable> Tables() override;
     void AddTable(CQelTable& table) override;
     void RenameTable(unsigned long tableOid, const std::wstring& name) override;
@@ -47,12 +48,15 @@ private:
     CSQLiteFile(const std::wstring& path, const SOptions& options);
 
     void OpenConnection(bool readOnly);
+    bool HasRow(const wchar_t* sql);
     bool HasPropertyTables();
+    /// Begins a transaction that reads, so that all that is read is of one moment.
+    void BeginReading();
     SFailure NoPropertyTables() const;
     /// Begins the transaction of the next change, if none is begun.
     void Begin();
     void Require(unsigned int code, const std::string& doing) const;
-    void RunText(const wchar_t* sql, const char* doing);
+    void RunText(const wchar_t* sql, const std::string& doing);
     const CQelTable& Table(unsigned long tableOid);
     unsigned long FirstFreeOid(unsigned long tableOid);
     void CompleteRecord(unsigned long tableOid, const CRecord& record, CRecord& complete);

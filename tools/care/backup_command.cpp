@@ -1,5 +1,6 @@
 // backup_command.cpp: the command backup.
 #include "care.h"
+#include "exchange/new_file.h"
 #include "output/part_file.h"
 #include "output/progress.h"
 
@@ -97,9 +98,11 @@ void CopyStore(CContext& context, CPropertyFile& source, const CPartFile& part)
 
 EExit RunBackup(CContext& context)
 {
+    RequireOtherFile(context, "FILE", "TARGET");
     const std::unique_ptr<CPropertyFile> source = context.OpenFile(EAccess::eRead);
     const std::string target = context.Arguments().Text("TARGET");
     CPartFile part(target, context.Arguments().Has("--force"));
+    RequireReplaceable(context, target, false);
     if (source->Kind() == EKind::eSQLite)
         CopySQLite(context, *source, part);
     else

@@ -123,7 +123,8 @@ void CLegacyCheck::CheckRecord(const CQelTable& table, unsigned long oid)
         if (!m_file.GetRecord(table.Properties().oid, oid, record))
             return;
     } catch (const SFailure& failure) {
-        m_findings.Add({"damaged", Utf8(table.Properties().name), oid, "", failure.message});
+        m_findings.Add(
+            {"damaged", Utf8(table.Properties().name), oid, "", FailureOf(failure.code, "", "").message});
         return;
     }
     m_checked.values += CountValues(record);

@@ -115,6 +115,7 @@ EExit RunAddColumn(CContext& context)
     std::vector<unsigned long> oids;
     for (CQelTable::SQelColumn& column : columns) {
         ApplyOptions(arguments, column);
+        CheckDefault(*file, column, names);
         oids.push_back(file->AddColumn(table, column));
     }
     context.Finish(*file);
@@ -131,6 +132,7 @@ EExit RunModifyColumn(CContext& context)
     const CQelTable& table = names.Table(context.Arguments().Text("TABLE"));
     CQelTable::SQelColumn column = names.Column(table, context.Arguments().Text("COLUMN"));
     ApplyModifications(context, names, column);
+    CheckDefault(*file, column, names);
     file->ModifyColumn(table.Properties().oid, column);
     context.Finish(*file);
     return EExit::eDone;

@@ -46,7 +46,7 @@ EExit RunInit(CContext& context)
     const bool replaces = kind == EKind::eLegacy && !made.IsNew() && arguments.Has("--force");
     if (context.IsDryRun() && replaces) {
         if (CPropertyFile::Open(path, options)->Kind() != EKind::eLegacy)
-            throw CPropertyFile::NotReplaced(path);
+            throw CPropertyFile::NotReplaced(path, "the file is something else");
         context.Tell("dry run: nothing was saved");
         return EExit::eDone;
     }

@@ -18,6 +18,8 @@ EExit RunAddTable(CContext& context)
     for (const std::string& spec : arguments.All("COLUMN"))
         table.Properties().columns.push_back(ParseColumn(spec, names, ValueRulesOf(context)));
     RefuseTwins(table.Columns());
+    for (const CQelTable::SQelColumn& column : table.Columns())
+        CheckDefault(*file, column, names);
     file->AddTable(table);
     context.Finish(*file);
     context.Out() << table.Properties().oid << '\n';

@@ -11,6 +11,7 @@
 #include "output/json_writer.h"
 #include "output/output.h"
 #include "output/progress.h"
+#include "record_walk.h"
 #include "table_json.h"
 
 namespace tool {
@@ -20,10 +21,10 @@ class CDumper
 {
 public:
     CDumper(CContext& context, CPropertyFile& file, std::ostream& out)
-        : m_context(context), m_file(file), m_out(out), m_tables(file.Tables())
+        : m_context(context), m_file(file), m_out(out), m_tables(file.Tables()), m_walk(context)
     {}
 
-    void Dump()
+    EExit Dump()
     {
         const bool legacy = m_file.Kind() == EKind::eLegacy;
         Line({{dump::kMark, dump::kMarkValue},
@@ -34,6 +35,7 @@ public:
         for (const CQelTable& table : m_tables)
             DumpRecords(table);
         Line({{dump::kEnd, {{dump::kTables, m_tables.size()}, {dump::kRecords, m_records}}}});
+        return m_walk.Exit();
     }
 
 private:
@@ -55,7 +57,7 @@ private:
         unsigned long long done = 0;
         for (const unsigned long oid : oids) {
             progress.Step(done++);
-            if (!m_file.GetRecord(tableOid, oid, m_record))
+            if (!m_walk.Read(m_file, tableOid, oid, m_record))
                 continue;
             nlohmann::ordered_json values = nlohmann::ordered_json::array();
             for (std::size_t index = 0; index < m_record.size(); ++index)
@@ -69,6 +71,7 @@ private:
     CPropertyFile& m_file;
     std::ostream& m_out;
     std::vector<CQelTable> m_tables;
+    CRecordWalk m_walk;
     CRecord m_record;
     unsigned long long m_records = 0;
 };
@@ -79,9 +82,9 @@ EExit RunDump(CContext& context)
 {
     const std::unique_ptr<CPropertyFile> file = context.OpenFile(EAccess::eRead);
     COutput output(context);
-    CDumper(context, *file, output.Stream()).Dump();
+    const EExit exit = CDumper(context, *file, output.Stream()).Dump();
     output.Finish();
-    return EExit::eDone;
+    return exit;
 }
 
 } // namespace tool

@@ -11,6 +11,12 @@ SOption SeparatorOption()
     return {"--separator", "CHAR", "what parts the values of separated text, such as ';'"};
 }
 
+SOption SkipDamagedOption()
+{
+    return {"--skip-damaged", "",
+            "leave out records that cannot be read, with a line for each; exit status 5"};
+}
+
 SCommand Import()
 {
     return {
@@ -67,7 +73,8 @@ SCommand Export()
           {},
           false,
           ENames::eColumn},
-         SeparatorOption()},
+         SeparatorOption(),
+         SkipDamagedOption()},
         {{"qelprop export cars.db Cars --csv -O cars.csv", ""}},
         true,
         RunExport};
@@ -95,7 +102,7 @@ SCommand Dump()
         "Tables first, then records, to the last bit; 'load' makes the database out of it again. A last line "
         "with the numbers of tables and records shows that nothing is missing.",
         {FileArgument()},
-        {},
+        {SkipDamagedOption()},
         {{"qelprop dump cars.db | gzip > cars.jsonl.gz", ""}},
         false,
         RunDump,

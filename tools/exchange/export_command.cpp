@@ -4,6 +4,7 @@
 #include "look/record_rows.h"
 #include "output/output.h"
 #include "output/progress.h"
+#include "record_walk.h"
 #include "type_name.h"
 
 namespace tool {
@@ -41,17 +42,18 @@ EExit RunExport(CContext& context)
     const auto writer = CRowWriter::Make(StyleOf(context, EFormat::eCsv), rows.Headings(), output.Stream());
     CProgress progress(context, "exporting", "records", oids.size());
     unsigned long long done = 0;
+    CRecordWalk walk(context);
     CRecord record;
     for (const unsigned long oid : oids) {
         progress.Step(done++);
-        if (!file->GetRecord(tableOid, oid, record))
+        if (!walk.Read(*file, tableOid, oid, record))
             continue;
         CheckTypes(table, oid, record);
         writer->Write(rows.Row(oid, record));
     }
     writer->Finish();
     output.Finish();
-    return EExit::eDone;
+    return walk.Exit();
 }
 
 } // namespace tool

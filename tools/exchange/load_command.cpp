@@ -28,6 +28,7 @@ unsigned long long LoadAll(CContext& context, CDumpReader& reader, unsigned long
 
 EExit RunLoad(CContext& context)
 {
+    RequireOtherFile(context, "FILE", "INPUT");
     CInput input(context);
     CDumpReader reader(input.Stream(), input.Name());
     reader.ReadTables();

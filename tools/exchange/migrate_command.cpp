@@ -33,6 +33,7 @@ void CopyAll(CContext& context, CPropertyFile& source, CPropertyFile& target)
 
 EExit RunMigrate(CContext& context)
 {
+    RequireOtherFile(context, "FILE", "TARGET");
     const std::unique_ptr<CPropertyFile> source = context.OpenFile(EAccess::eRead);
     const EKind other = source->Kind() == EKind::eLegacy ? EKind::eSQLite : EKind::eLegacy;
     const std::string name = context.Arguments().Text("TARGET");

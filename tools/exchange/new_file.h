@@ -11,6 +11,15 @@ EKind KindAsked(const CContext& context, EKind absent);
 /// "SQLite" or "legacy"
 std::string KindName(EKind kind);
 
+/// Refuses two arguments that name one and the same file, by whatever path or link.
+/// @throws SFailure  2
+void RequireOtherFile(const CContext& context, const char* first, const char* second);
+
+/// Refuses to replace what is no property database, whatever --force says.
+/// @param tablesAlone  also one in whose file other tables stand
+/// @throws SFailure  4
+void RequireReplaceable(const CContext& context, const std::string& target, bool tablesAlone);
+
 /// A new property database beside its place. Not copied.
 class CNewFile
 {

@@ -70,6 +70,7 @@ bool NeutralNumber(const std::wstring& text, const SNumberSigns& signs, std::wst
 {
     CGroups groups;
     bool fraction = false;
+    bool closed = false;
     for (std::size_t place = 0; place < text.size(); ++place) {
         const wchar_t letter = text[place];
         const bool digitBefore = place > 0 && IsDigit(text[place - 1]);
@@ -78,6 +79,8 @@ bool NeutralNumber(const std::wstring& text, const SNumberSigns& signs, std::wst
         const bool isThousand = one == signs.thousand ||
                                 (!signs.thousand.empty() && IsBlank(signs.thousand[0]) && IsBlank(letter));
         if (IsDigit(letter)) {
+            if (closed)
+                return false; // two numbers, or one that is no number
             number += letter;
             if (!fraction)
                 groups.Digit();
@@ -91,6 +94,7 @@ bool NeutralNumber(const std::wstring& text, const SNumberSigns& signs, std::wst
             number += letter == L'+' ? L'+' : L'-';
         } else {
             rest += letter;
+            closed = std::any_of(number.begin(), number.end(), IsDigit);
         }
     }
     return groups.End() && std::any_of(number.begin(), number.end(), IsDigit);
@@ -126,7 +130,9 @@ bool ReadNumber(const std::string& text, CQelProperty::EType type, CQelProperty&
     const bool hasSymbol = !symbol.empty();
     if (type == CQelProperty::eDouble && ReadSpecial(text, value))
         return true;
-    if (!found || (hasSymbol && type != CQelProperty::eCurrency)) {
+    // "5-" and "(5)" mean minus five to some and nothing to others.
+    const bool isSymbol = symbol.find_first_of(L"+-()[]{}<>=*/;:_\"") == std::wstring::npos;
+    if (!found || (hasSymbol && (type != CQelProperty::eCurrency || !isSymbol))) {
         error = "'" + text + "' is no number in this locale";
         return false;
     }
@@ -140,6 +146,8 @@ bool ReadByLibrary(const std::string& text, CQelProperty::EType type, CQelProper
         value = neutral;
         return true;
     }
+    if (type == CQelProperty::eDate && text.find(':') != std::string::npos)
+        return false; // a time of the day would be cut off
     const std::wstring wide = TavCharConvert().UTF8ToUnicode(text);
     CQelProperty read;
     COleVariant variant(wide);

@@ -1,4 +1,5 @@
 // get.cpp: records by their oids, or the bytes of one value.
+#include "exchange/neutral_text.h"
 #include "look.h"
 #include "names/names.h"
 #include "output/output.h"
@@ -59,7 +60,7 @@ std::string BytesOf(const CQelProperty& value, const std::string& column)
                    : std::string(reinterpret_cast<const char*>(data.pBuffer), data.nBufferSize);
     case CQelProperty::eString:
     case CQelProperty::eURL:
-        return Utf8(value.String());
+        return ToNeutralText(value);
     default:
         break;
     }

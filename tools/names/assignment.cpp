@@ -95,6 +95,19 @@ SMatch Match(const std::string& given, const CQelTable& table, const CNames& nam
     return best;
 }
 
+void CheckReference(CPropertyFile& file, const CQelTable::SQelColumn& column, const CNames& names,
+                    const CQelProperty& value)
+{
+    const CQelTable* target = names.FindTable(column.refTable);
+    // A column that refers to no table says nothing of its values.
+    if (value.GetType() != CQelProperty::eReference || target == nullptr)
+        return;
+    const unsigned long oid = value.Data().uValue.nULong;
+    if (!file.HasRecord(column.refTable, oid))
+        throw Refusal(column,
+                      "no record @" + std::to_string(oid) + " in table " + Quoted(target->Properties().name));
+}
+
 } // namespace
 
 SValueRules ValueRulesOf(const CContext& context)
@@ -147,16 +160,14 @@ void CheckReferences(CPropertyFile& file, const CQelTable& table, const CNames& 
 {
     for (const SQelPropColumnData& data : record) {
         CQelTable::SQelColumn column;
-        if (data.value.GetType() != CQelProperty::eReference || !table.GetColumn(data.columnOid, column))
-            continue;
-        const CQelTable* target = names.FindTable(column.refTable);
-        if (target == nullptr)
-            continue; // a column that refers to no table says nothing of its values
-        const unsigned long oid = data.value.Data().uValue.nULong;
-        if (!file.HasRecord(column.refTable, oid))
-            throw Refusal(column, "no record @" + std::to_string(oid) + " in table " +
-                                      Quoted(target->Properties().name));
+        if (table.GetColumn(data.columnOid, column))
+            CheckReference(file, column, names, data.value);
     }
+}
+
+void CheckDefault(CPropertyFile& file, const CQelTable::SQelColumn& column, const CNames& names)
+{
+    CheckReference(file, column, names, column.defaultValue);
 }
 
 void AddDefaults(const CQelTable& table, CRecord& record)

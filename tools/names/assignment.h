@@ -32,6 +32,10 @@ CQelProperty ParseValue(const std::string& text, const CQelTable::SQelColumn& co
 /// @throws SFailure  4
 void CheckReferences(CPropertyFile& file, const CQelTable& table, const CNames& names, const CRecord& record);
 
+/// Refuses a default that refers to a record that is not there.
+/// @throws SFailure  4
+void CheckDefault(CPropertyFile& file, const CQelTable::SQelColumn& column, const CNames& names);
+
 /// Adds the defaults of columns that a record does not name.
 void AddDefaults(const CQelTable& table, CRecord& record);
 

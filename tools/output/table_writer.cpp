@@ -1,6 +1,7 @@
 // table_writer.cpp: lays out a table when its last row is known.
 #include "table_writer.h"
 
+#include "exchange/neutral_text.h"
 #include "progress.h"
 #include "screen_text.h"
 
@@ -33,6 +34,23 @@ bool IsNumber(CQelProperty::EType type)
     }
 }
 
+/// Whether the regional text hides what is there: a date before the calendar's begin, a number that is none,
+/// or one too small for its decimals.
+bool LooksLikeNothing(const CQelProperty& value, const std::string& text)
+{
+    switch (value.GetType()) {
+    case CQelProperty::eDouble:
+        return value.Data().uValue.dDouble != 0.0 && text.find_first_of("123456789") == std::string::npos;
+    case CQelProperty::eCurrency:
+        return value.Data().uValue.nCurrency != 0 && text.find_first_of("123456789") == std::string::npos;
+    case CQelProperty::eString:
+    case CQelProperty::eURL:
+        return false;
+    default:
+        return text.empty();
+    }
+}
+
 } // namespace
 
 CTableWriter::CTableWriter(const SRowStyle& style, std::vector<std::string> headings, std::ostream& out)
@@ -48,7 +66,8 @@ std::string ScreenText(const CQelProperty& value, const SRowStyle& style)
         return std::to_string(value.Data().uValue.nULong);
     if (value.GetType() == CQelProperty::eBlob)
         return SizeText(value.Data().nBufferSize);
-    return OneLine(value.String());
+    const std::string text = OneLine(value.String());
+    return LooksLikeNothing(value, text) ? ToNeutralText(value) : text;
 }
 
 void CTableWriter::Print(const CRow& row)

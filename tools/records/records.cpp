@@ -35,6 +35,19 @@ void RefuseWithoutColumns(const CQelTable& table)
     throw failure;
 }
 
+/// Reads a record; a damaged one, which may go as any other, has no values.
+bool ReadIfWhole(CPropertyFile& file, unsigned long table, unsigned long oid, CRecord& record)
+{
+    try {
+        return file.GetRecord(table, oid, record);
+    } catch (const SFailure& failure) {
+        if (failure.exit != EExit::eFaults)
+            throw;
+        record.clear();
+        return true;
+    }
+}
+
 std::vector<unsigned long> GivenRecords(const CContext& context)
 {
     std::vector<unsigned long> oids;
@@ -93,7 +106,7 @@ EExit RunRemove(CContext& context)
         unsigned long long values = 0;
         CRecord record;
         for (const unsigned long oid : oids) {
-            if (!file->GetRecord(table.Properties().oid, oid, record))
+            if (!ReadIfWhole(*file, table.Properties().oid, oid, record))
                 throw names.NoRecord(table, oid);
             values += CountValues(record);
         }
