@@ -34,8 +34,8 @@ QELPLAT4_API std::streambuf* StandardInput();
 /// Whether the program that standard output was piped to has closed it.
 QELPLAT4_API bool IsOutputClosed();
 
-/// Whether the user's wish to stop is remembered from now on: Ctrl+C, a request to terminate, a terminal that goes.
-/// A second one ends the process at once, as the first does while they are not caught.
+/// Whether the user's wish to stop is remembered from now on: Ctrl+C, a request to terminate, a terminal that
+/// goes. A second one ends the process at once, as the first does while they are not caught.
 QELPLAT4_API void CatchInterrupts(bool caught);
 QELPLAT4_API bool WasInterrupted();
 /// Forgets, or pretends, that the user wished to stop.
