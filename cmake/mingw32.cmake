@@ -8,11 +8,6 @@ set(CMAKE_C_COMPILER ${prefix}-gcc-posix)
 set(CMAKE_CXX_COMPILER ${prefix}-g++-posix)
 set(CMAKE_RC_COMPILER ${prefix}-windres)
 
-# Doubles are calculated as on every other system, and not with the longer ones of the old unit; Windows calls with a
-# stack that is aligned for less than these instructions want.
-set(CMAKE_C_FLAGS_INIT "-msse2 -mfpmath=sse -mstackrealign")
-set(CMAKE_CXX_FLAGS_INIT "${CMAKE_C_FLAGS_INIT}")
-
 get_filename_component(source_dir ${CMAKE_CURRENT_LIST_DIR} DIRECTORY)
 set(QEL_WINDOWS_DEPS ${source_dir}/build/windows-deps CACHE PATH "What scripts/windows-deps has made")
 list(APPEND CMAKE_TRY_COMPILE_PLATFORM_VARIABLES QEL_WINDOWS_DEPS)

@@ -1,5 +1,8 @@
 // values_order_test.cpp: equality and ordering of values of every type.
+#include "../support/wine.h"
 #include "value_host.h"
+
+#include <cmath>
 
 namespace outside {
 namespace {
@@ -15,7 +18,15 @@ struct SPairRow
 };
 
 class ValuePairs : public testing::TestWithParam<SPairRow>
-{};
+{
+protected:
+    void SetUp() override
+    {
+        const CQelProperty& left = GetParam().left;
+        if (left.GetType() == CQelProperty::eDate && std::isnan(left.Data().uValue.dDouble))
+            SKIP_WHERE_WINE_DIFFERS("takes what is no number for day 0");
+    }
+};
 
 TEST_P(ValuePairs, CompareByTheirType)
 {

@@ -20,7 +20,7 @@ class RegionalText : public testing::TestWithParam<STextRow>
 TEST_P(RegionalText, IsWhatTheUserExpects)
 {
     const CLocaleEnvironment locale(GetParam().locale);
-    SKIP_UNLESS_IN_FORCE(locale);
+    SKIP_UNLESS_EXACTLY_IN_FORCE(locale);
     EXPECT_EQ(GetParam().value.String(nullptr), GetParam().text);
     EXPECT_EQ(GetParam().value.String(L""), GetParam().text);
 }
@@ -135,7 +135,7 @@ class NeutralSettings : public testing::TestWithParam<const char*>
 TEST_P(NeutralSettings, HaveAFullStopAndNoGroups)
 {
     const CLocaleEnvironment locale(GetParam());
-    SKIP_UNLESS_IN_FORCE(locale);
+    SKIP_UNLESS_EXACTLY_IN_FORCE(locale);
     EXPECT_EQ(Double(-1234567.5).String(), L"-1234567.50");
 }
 

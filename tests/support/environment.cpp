@@ -17,8 +17,6 @@ std::string AtStart()
 
 const std::string g_atStart = AtStart();
 
-// No user has the neutral locale where the system keeps it. What is read under it is read alike by others
-// with a full stop.
 bool IsNeutral(const std::string& locale)
 {
     return locale.empty() || locale == "POSIX" || locale.front() == 'C';
@@ -41,10 +39,15 @@ bool CLocaleEnvironment::CanSwitch()
     return DecimalSeparator() != comma;
 }
 
-bool CLocaleEnvironment::IsInForce() const
+bool CLocaleEnvironment::IsExactlyInForce() const
 {
     static const bool follows = CanSwitch();
-    return follows || m_all == g_atStart || (IsNeutral(m_all) && DecimalSeparator() == L".");
+    return follows || (m_all == g_atStart && !IsNeutral(m_all));
+}
+
+bool CLocaleEnvironment::IsInForce() const
+{
+    return IsExactlyInForce() || (IsNeutral(m_all) && DecimalSeparator() == L".");
 }
 
 CLocaleEnvironment::CLocaleEnvironment(const std::string& all) : m_all(all)

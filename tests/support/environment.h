@@ -22,6 +22,9 @@ public:
     /// Whether the user has this locale now. Where the system itself keeps a user's locale, and not the
     /// environment, it is the one that the program was started with.
     bool IsInForce() const;
+    /// The same to the letter: then no user of such a system has the neutral locale, for which one with a
+    /// full stop stands otherwise.
+    bool IsExactlyInForce() const;
     /// Whether a change of the environment changes the user's locale.
     static bool CanSwitch();
 
@@ -39,6 +42,11 @@ private:
 /// once for each.
 #define SKIP_UNLESS_IN_FORCE(environment)                                                                    \
     if (!(environment).IsInForce())                                                                          \
+    GTEST_SKIP() << "the system's user has another locale, which no process changes for itself"
+
+/// The same for a test of what the neutral locale writes.
+#define SKIP_UNLESS_EXACTLY_IN_FORCE(environment)                                                            \
+    if (!(environment).IsExactlyInForce())                                                                   \
     GTEST_SKIP() << "the system's user has another locale, which no process changes for itself"
 
 /// Leaves a test that goes from one locale to another, or mixes several.

@@ -4,6 +4,7 @@
 
 #include "support/row_name.h"
 #include "support/sample_values.h"
+#include "support/wine.h"
 
 #include <cmath>
 #include <vector>
@@ -53,6 +54,8 @@ constexpr double kSecond = 1.0 / 86400;
 
 TEST_P(PropertyOrdering, RelatesTheTwo)
 {
+    if (GetParam().left.GetType() == CQelProperty::eDate && std::isnan(GetParam().left.Data().uValue.dDouble))
+        SKIP_WHERE_WINE_DIFFERS("takes what is no number for day 0");
     EXPECT_EQ(Relation(GetParam().left, GetParam().right), GetParam().relation);
 }
 

@@ -48,7 +48,7 @@ public:
 TEST_P(PropertyRendering, ShowsWhatTheUserExpects)
 {
     const CLocaleEnvironment environment(GetParam().locale);
-    SKIP_UNLESS_IN_FORCE(environment);
+    SKIP_UNLESS_EXACTLY_IN_FORCE(environment);
     EXPECT_EQ(qel::ToUtf8(GetParam().value.String()), qel::ToUtf8(GetParam().text));
 }
 
