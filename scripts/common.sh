@@ -47,21 +47,36 @@ step() {
     shift
     first=$(($(wc -l <"$log") + 1))
     printf '%s ... ' "$title"
+    if [ -t 1 ]; then show_count "$title" & fi
     if "$@" >>"$log" 2>&1; then
+        stop_count
+        [ ! -t 1 ] || printf '\r\033[K%s ... ' "$title"
         duration $((SECONDS - began))
         printf '\n'
         return
     fi
+    stop_count
     printf 'failed\n\n'
     tail -n "+$first" "$log" | tail -n 40
     printf '\nThe whole log: %s\n' "$log" >&2
     exit 1
 }
 
+# show_count TITLE: keeps how far a build is behind the title, as long as the script runs; for terminals.
+show_count() {
+    while sleep 1 && kill -0 $$ 2>/dev/null; do
+        printf '\r%s ... %s ' "$1" "$(tail -n 50 "$log" | grep -o '^\[[0-9]*/[0-9]*\]' | tail -n 1)"
+    done
+}
+stop_count() {
+    [ -z "$(jobs -p)" ] || { kill "$(jobs -p)" && wait; } 2>/dev/null || true
+}
+
 # build PRESET [TARGET...]: configures and builds a preset in two steps.
 build() {
     local preset=$1
     shift
+    printf 'What the steps print goes to %s\n' "${log#"$root"/}"
     step "Configuring $preset" cmake --preset "$preset"
     step "Building $preset" cmake --build "build/$preset" -j "$jobs" ${1:+--target "$@"}
 }

@@ -14,6 +14,7 @@ run_suite() {
     duration $((SECONDS - began))
     printf '\n'
     count_results "$folder"
+    show_skipped "$folder"
     if [ $status -ne 0 ]; then
         show_failures "$folder"
         [ $failed -gt 0 ] || failed=1
@@ -47,6 +48,17 @@ count_cases() {
             if (status == "fail" && !failed) { failed = 1; all++ }
             print all - failed - skipped, failed + 0, skipped + 0
         }' "$1"
+}
+
+# show_skipped FOLDER: names the cases that the machine had no place for, and why.
+show_skipped() {
+    local report
+    for report in "$1"/results/*.xml; do
+        [ -s "$report" ] || continue
+        sed -n -e '/<testcase /{h;/status="notrun"/{s/.* name="\([^"]*\)".*classname="\([^"]*\)".*/skipped: \2.\1 (disabled)/p;}}' \
+            -e '/<skipped message=/{H;x;s/\n/ /;s/.*<testcase name="\([^"]*\)".*classname="\([^"]*\)".*<skipped message="\([^"]*\)".*/skipped: \2.\1 (\3)/p;}' \
+            "$report" | sed 's/&#x0A;/ /g; s/ *)$/)/; s/([^ ]*\.cpp:[0-9]* */(/'
+    done
 }
 
 # show_failures FOLDER: names the cases that failed and the checks that are not GoogleTest programs.
