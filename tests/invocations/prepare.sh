@@ -47,3 +47,15 @@ photo() { printf '\377\330\377\340\000\020JFIF\000\001\002\000\000\001' >photo.j
 
 # The eight cars, one of them with its photo.
 cars_with_photo() { state cars && photo && qelprop set cars.db Cars @7 Photo@=photo.jpg; }
+
+# What completion offers at the end of a command line, of which readline makes words as here.
+answers() {
+    eval "$(qelprop completion bash)"
+    COMP_WORDBREAKS=" =:@" COMP_LINE=$1 COMP_POINT=${#1}
+    mapfile -t COMP_WORDS <<<"$(grep -oE '[=:@]+|[^ =:@]+' <<<"$1")"
+    [[ $1 != *' ' ]] || COMP_WORDS+=('')
+    COMP_CWORD=$((${#COMP_WORDS[@]} - 1))
+    _qelprop
+    echo "${COMPREPLY[@]}"
+}
+export -f answers

@@ -60,11 +60,11 @@ TEST(CommandLine, KeepsEmptyValuesApartFromMissingOnes)
     EXPECT_EQ(invocation.arguments.Text("--null", "absent"), "");
 }
 
-TEST(CommandLine, TakesTheLastOfAnOptionGivenTwice)
+TEST(CommandLine, TakesTheLastOfAnOptionOfEveryCommand)
 {
-    EXPECT_EQ(
-        ParseCommandLine({"list", "a.db", "T", "--limit", "1", "--limit", "2"}).arguments.Text("--limit"),
-        "2");
+    EXPECT_EQ(ParseCommandLine({"--locale", "de_DE", "list", "a.db", "T", "--locale", "en_US"})
+                  .arguments.Text("--locale"),
+              "en_US");
     EXPECT_EQ(ParseCommandLine({"-v", "list", "a.db", "T", "-v"}).arguments.All("--verbose").size(), 2U);
 }
 

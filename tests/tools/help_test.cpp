@@ -68,6 +68,23 @@ TEST(ManPage, HoldsEveryCommandOptionAndExample)
     }
 }
 
+TEST(ManPage, NamesEnvironmentFilesAndExitStatus)
+{
+    const std::string page = WithoutMasks(tool::ManPage());
+    for (const char* section : {"LOOK", "EXIT STATUS", "ENVIRONMENT", "FILES", "SEE ALSO"})
+        EXPECT_THAT(page, HasSubstr("\n.SH " + std::string(section) + "\n"));
+    EXPECT_THAT(page, HasSubstr("\n.TP\nNO_COLOR\n"));
+    EXPECT_THAT(page, HasSubstr("\n.TP\nFILE-journal\n"));
+    EXPECT_THAT(page, HasSubstr("\n.TP\n130\ninterrupted; nothing was saved\n"));
+}
+
+TEST(ManPage, IsPrintedByAnOptionThatHelpNames)
+{
+    CProgram program;
+    EXPECT_EQ(program.Run("--man").out, tool::ManPage());
+    EXPECT_THAT(tool::ProgramHelp(), HasSubstr("\n  --man "));
+}
+
 TEST(ManPage, HasNoLineThatTextTurnedIntoARequest)
 {
     std::istringstream page(tool::ManPage());

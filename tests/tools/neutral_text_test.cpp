@@ -98,7 +98,7 @@ INSTANTIATE_TEST_SUITE_P(
         SRefusal{"german_date", EType::eDate, "31.02.2020", "'31.02.2020' is no date (want YYYY-MM-DD)"},
         SRefusal{"no_such_day", EType::eDate, "2023-02-29", "'2023-02-29' is no date (want YYYY-MM-DD)"},
         SRefusal{"year_that_means_another", EType::eDate, "0024-02-29",
-                 "'0024-02-29' is no date (want YYYY-MM-DD)"},
+                 "'0024-02-29' is too early (dates begin with 0100-01-01)"},
         SRefusal{"no_such_time", EType::eTime, "24:00:00", "'24:00:00' is no time (want HH:MM:SS)"},
         SRefusal{"date_time_tail", EType::eDateTime, "2024-02-29T10:00:00Z",
                  "'2024-02-29T10:00:00Z' is no date and time (want YYYY-MM-DDTHH:MM:SS)"},

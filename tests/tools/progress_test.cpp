@@ -1,4 +1,5 @@
 // progress_test.cpp: how far long work has come.
+#include "names/names.h"
 #include "output/progress.h"
 
 #include "support/row_name.h"
@@ -29,6 +30,12 @@ TEST(GroupedText, PartsThousands)
         {0, "0"}, {999, "999"}, {1000, "1,000"}, {12034, "12,034"}, {1234567, "1,234,567"}};
     for (const auto& [number, text] : cases)
         EXPECT_EQ(tool::GroupedText(number), text) << number;
+}
+
+TEST(Counted, PartsThousandsAndKnowsOne)
+{
+    EXPECT_EQ(tool::Counted(1, "record"), "1 record");
+    EXPECT_EQ(tool::Counted(20000, "record"), "20,000 records");
 }
 
 struct SLine
@@ -71,6 +78,8 @@ INSTANTIATE_TEST_SUITE_P(
                           "importing [....................] 0% 1 records, 1 records/s, 2:00:00 left"},
                     SLine{"days", "records", 1, 100000000, 1, 100,
                           "importing [....................] 0% 1 records, 1 records/s, 99:59:59 left"},
+                    SLine{"shorter_bar", "records", 5000, 10000, 2, 70,
+                          "importing [######......] 50% 5,000 records, 2,500 records/s, 0:02 left"},
                     SLine{"narrow_screen", "records", 5000, 10000, 2, 20, "importing [#########"}),
     SRowName());
 

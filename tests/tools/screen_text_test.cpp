@@ -39,6 +39,12 @@ INSTANTIATE_TEST_SUITE_P(
                     SWidth{"ZeroWidthSpace", "a\u200Bb", 2}),
     qeltest::SRowName());
 
+TEST(OneLine, ShowsWhatWouldTurnTheTextBehindIt)
+{
+    EXPECT_EQ(tool::OneLine(L"a\u202Eb\u2066c"), "a\uFFFDb\uFFFDc");
+    EXPECT_EQ(tool::OneLine(L"\u05D0\u200E"), "\u05D0\u200E");
+}
+
 TEST(ScreenText, IsCutBetweenCharactersWithAMark)
 {
     EXPECT_EQ(Cut("Amazon", 6), "Amazon");

@@ -1,17 +1,13 @@
 // check_command.cpp: the command check.
 #include "care.h"
 #include "definition_check.h"
+#include "names/names.h"
 #include "output/output.h"
 #include "output/progress.h"
 #include "value_check.h"
 
 namespace tool {
 namespace {
-
-std::string Counted(unsigned long long count, const char* thing)
-{
-    return GroupedText(count) + ' ' + thing + (count == 1 ? "" : "s");
-}
 
 /// @return null where the file is too damaged to be opened, which is a finding
 std::unique_ptr<CPropertyFile> OpenOrFind(CContext& context, CFindings& findings)
@@ -52,6 +48,9 @@ EExit RunCheck(CContext& context)
     context.Tell((findings.Count() == 0 ? "no faults" : Counted(findings.Count(), "fault")) + " in " +
                  Counted(checked.tables, "table") + ", " + Counted(checked.records, "record") + ", " +
                  Counted(checked.values, "value"));
+    if (findings.IsDamaged())
+        context.Tell(
+            "hint: 'qelprop dump --skip-damaged' carries out what can be read; a backup may have the rest");
     return findings.Count() == 0 ? EExit::eDone : EExit::eFaults;
 }
 

@@ -36,6 +36,8 @@ std::string Json(const SFinding& finding)
 
 void CFindings::Add(const SFinding& finding)
 {
+    for (const char* const kind : {"open", "engine", "damaged"})
+        m_damaged = m_damaged || finding.kind == kind;
     if (++m_count > m_limit && m_limit != 0)
         return;
     m_out << (m_json ? Json(finding) : OneLine(Wide(Where(finding) + finding.message))) << '\n';

@@ -29,6 +29,8 @@ public:
 
     void Add(const SFinding& finding);
     unsigned long long Count() const { return m_count; }
+    /// Whether bytes of the file are not what was written, so that no command can put them right.
+    bool IsDamaged() const { return m_damaged; }
     /// Says how many findings were not printed.
     void Finish();
 
@@ -37,6 +39,7 @@ private:
     bool m_json;
     unsigned long m_limit;
     unsigned long long m_count = 0;
+    bool m_damaged = false;
 };
 
 } // namespace tool

@@ -1,5 +1,6 @@
 // sqlite_check.cpp: reads the rows themselves, since the library passes over what it cannot make sense of.
 #include "exchange/value_parts.h"
+#include "names/names.h"
 #include "output/progress.h"
 #include "value_check.h"
 
@@ -67,9 +68,11 @@ void CSQLiteCheck::CheckEngine()
     while (statement.Step() == kRow) {
         m_context.CheckInterrupt();
         const CString text = statement.GetString(0);
-        const std::string line = Utf8(std::wstring(text.GetString()));
-        if (line != "ok")
-            Add("engine", line);
+        // One answer may hold a title and many faults.
+        for (const std::string& line : SplitList(Utf8(std::wstring(text.GetString())), '\n')) {
+            if (!line.empty() && line != "ok" && line.compare(0, 3, "***") != 0)
+                Add("engine", line);
+        }
     }
 }
 

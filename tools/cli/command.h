@@ -17,6 +17,10 @@ enum class ENames
     eFile,
     eTable,
     eColumn,
+    eColumnList, ///< columns and @oid, parted by commas
+    eAssignment, ///< NAME=VALUE or NAME@=FILE
+    eColumnSpec, ///< NAME:TYPE
+    eType,
     eFolder
 };
 
@@ -42,6 +46,7 @@ struct SPositional
     bool required = true;
     bool repeats = false;
     ENames completes = ENames::eText;
+    std::vector<std::string> choices = {}; ///< what completion offers where `completes` says nothing
 };
 
 /// An invocation as a person would type it; kept as a test.

@@ -10,8 +10,9 @@ const std::vector<SOption>& GlobalOptions()
     static const std::vector<SOption> kOptions = {
         {"-h,--help", "", "show help, for a command if one is named"},
         {"--version", "", "show the version"},
+        {"--man", "", "print the manual page, in the language of man"},
         {"-q,--quiet", "", "no notes on stderr, errors alone"},
-        {"-v,--verbose", "", "the library's log on stderr; twice for every record", {}, true},
+        {"-v,--verbose", "", "the library's log on stderr; twice for every detail", {}, true},
         {"--log", "FILE", "append the library's log to a file", {}, false, ENames::eFile},
         {"--locale", "NAME", "follow the rules of a locale, in exchanged text, too (de_DE)"},
         {"--timeout", "MS", "wait so long for a file that another process holds (0)"},
@@ -36,7 +37,12 @@ const std::vector<SOption>& OutputOptions()
         {"--no-header", "", "no line of column names"},
         {"--width", "N", "columns of the screen that a table may take; 0 for any"},
         {"--big-as-text", "", "JSON: 64-bit integers as text, for readers that know doubles alone"},
-        {"-O,--output", "FILE", "write to a file, complete or not at all", {}, false, ENames::eFile},
+        {"-O,--output",
+         "FILE",
+         "write to a file, complete or not at all; - for standard output",
+         {},
+         false,
+         ENames::eFile},
     };
     return kOptions;
 }
@@ -116,6 +122,24 @@ SPositional FileArgument(const std::string& help)
 SPositional TableArgument()
 {
     return {"TABLE", "a table, by name or as @OID", true, false, ENames::eTable};
+}
+
+std::vector<SOption> FilterOptions()
+{
+    return {
+        {"--where",
+         "NAME=VALUE",
+         "records with this value alone, as 'set' takes it; all that are given must hold",
+         {},
+         true,
+         ENames::eAssignment},
+        {"--where-null", "COLUMN", "records with Null there alone, also in text", {}, true, ENames::eColumn}};
+}
+
+std::vector<SOption> With(std::vector<SOption> own, const std::vector<SOption>& others)
+{
+    own.insert(own.end(), others.begin(), others.end());
+    return own;
 }
 
 SOption DryRunOption()

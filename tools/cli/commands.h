@@ -24,6 +24,10 @@ const char* GroupTitle(EGroup group);
 SPositional FileArgument(const std::string& help = "an SQLite database or a legacy store");
 /// TABLE, by name or as @OID.
 SPositional TableArgument();
+/// --where and --where-null, which CRecordFilter reads.
+std::vector<SOption> FilterOptions();
+/// A command's own options and others.
+std::vector<SOption> With(std::vector<SOption> own, const std::vector<SOption>& others);
 /// --dry-run
 SOption DryRunOption();
 /// --yes

@@ -117,7 +117,7 @@ void CContext::CheckInterrupt() const
 void CContext::Tell(const std::string& line)
 {
     if (!IsQuiet())
-        Err() << line << '\n';
+        Err() << line + '\n'; // in one piece, for others may write there as well
 }
 
 void CContext::Confirm(const std::string& question)

@@ -75,6 +75,22 @@ std::string CommandEntry(const SCommand& command)
     return text + OptionEntries(command.options);
 }
 
+/// A list of terms with what is to be said of each.
+std::string Terms(const std::string& title, const std::vector<std::pair<const char*, const char*>>& terms)
+{
+    std::string text = ".SH " + title + '\n';
+    for (const auto& [term, meaning] : terms)
+        text += ".TP\n" + Masked(term) + '\n' + Masked(meaning) + '\n';
+    return text;
+}
+
+std::string Capitals(std::string title)
+{
+    for (char& letter : title)
+        letter = static_cast<char>(letter >= 'a' && letter <= 'z' ? letter - 'a' + 'A' : letter);
+    return title;
+}
+
 /// How values are written in arguments and in files that are exchanged.
 std::string ValuesAsText()
 {
@@ -99,16 +115,47 @@ std::string ValuesAsText()
     return text;
 }
 
-constexpr const char* kExitStatus =
-    ".SH EXIT STATUS\n"
-    ".TP\n0\ndone\n"
-    ".TP\n1\nfailed: input or output, busy, read\\-only, full, engine\n"
-    ".TP\n2\nusage: the command line itself\n"
-    ".TP\n3\nnot found: file, table, column or record\n"
-    ".TP\n4\nrefused: name, duplicate, limit, type, bad value; nothing was written\n"
-    ".TP\n5\nfaults found in the data\n"
-    ".TP\n130\ninterrupted; nothing was saved\n"
-    ".TP\n141\nwhoever read the output has closed the pipe\n";
+std::string ExitStatus()
+{
+    return Terms("EXIT STATUS",
+                 {{"0", "done"},
+                  {"1", "failed: input or output, busy, read-only, full, engine"},
+                  {"2", "usage: the command line itself"},
+                  {"3", "not found: file, table, column or record"},
+                  {"4", "refused: name, duplicate, limit, type, bad value; nothing was written"},
+                  {"5", "faults found in the data"},
+                  {"130", "interrupted; nothing was saved"},
+                  {"141", "whoever read the output has closed the pipe"}});
+}
+
+std::string Environment()
+{
+    return Terms(
+        "ENVIRONMENT",
+        {{"LC_ALL, LC_NUMERIC, LC_MONETARY, LC_TIME, LANG",
+          "the regional settings that tables follow, in the usual order; no locale need be installed. "
+          "--locale goes before them"},
+         {"NO_COLOR", "no colours, unless --color always is given"},
+         {"TERM", "no colours where it is dumb"}});
+}
+
+std::string Files()
+{
+    return Terms(
+        "FILES",
+        {{"FILE-journal", "the old content of what a change of FILE overwrites, while it lasts; where a "
+                          "change was cut off, it takes FILE back, and must stay beside it until then"},
+         {"FILE-wal, FILE-shm",
+          "the newest changes of a FILE that is kept in another mode, and their index; they belong to "
+          "FILE and go where it goes"},
+         {"FILE.NUMBER.part", "a file that is being made; it gets its name when it is complete"}});
+}
+
+constexpr const char* kSeeAlso =
+    ".SH SEE ALSO\n"
+    "The documentation of qelprop4, installed beside the library: README.md, docs/qelprop.md (what the\n"
+    "program promises), docs/exchange.md (how values travel), docs/values.md (how values look).\n"
+    ".PP\n\\fBsqlite3\\fR(1)\n";
 
 } // namespace
 
@@ -126,14 +173,14 @@ std::string ManPage()
     EGroup group = EGroup::eShell;
     for (const SCommand& command : AllCommands()) {
         if (command.group != group)
-            text += std::string(".SH ") + GroupTitle(command.group) + '\n';
+            text += ".SH " + Capitals(GroupTitle(command.group)) + '\n';
         group = command.group;
         text += CommandEntry(command);
     }
     text += ".SH OPTIONS OF EVERY COMMAND\n" + OptionEntries(GlobalOptions());
     text += ".SH OUTPUT OPTIONS\n" + OptionEntries(OutputOptions());
     text += ValuesAsText();
-    return text + kExitStatus;
+    return text + ExitStatus() + Environment() + Files() + kSeeAlso;
 }
 
 } // namespace tool

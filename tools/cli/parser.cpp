@@ -2,6 +2,7 @@
 #include "parser.h"
 
 #include "commands.h"
+#include "help.h"
 #include "suggestion.h"
 
 #include <CLI/CLI.hpp>
@@ -116,8 +117,17 @@ void CheckChoices(const SInvocation& invocation)
     }
 }
 
+/// "qelprop set cars.db Cars Price=3" has forgotten the record, and would be told that it lacks a value.
+void CheckRecordIsNamed(const SInvocation& invocation)
+{
+    const std::string record = invocation.arguments.Text("RECORD");
+    if (record.find('=') != std::string::npos)
+        throw UsageFailure("'" + record + "' is no record", Usage(*invocation.command));
+}
+
 void CheckPlaces(const SInvocation& invocation, const std::vector<std::string>& extras)
 {
+    CheckRecordIsNamed(invocation);
     for (const std::string& extra : extras) {
         if (extra == "--")
             continue;
@@ -130,6 +140,26 @@ void CheckPlaces(const SInvocation& invocation, const std::vector<std::string>& 
         if (positional.required && !invocation.arguments.Has(positional.name))
             throw UsageFailure(invocation.command->name + ": no " + positional.name + " given",
                                "'qelprop " + invocation.command->name + " --help' shows what it takes");
+    }
+}
+
+/// Of two values for one thing, one would go unheard. Options of every command may stand in an alias and be
+/// given again.
+void CheckTwice(const SInvocation& invocation)
+{
+    std::vector<SOption> options = invocation.command->options;
+    options.insert(options.end(), OutputOptions().begin(), OutputOptions().end());
+    for (const SOption& option : options) {
+        if (!option.repeats && !option.value.empty() && invocation.arguments.All(option.Key()).size() > 1)
+            throw UsageFailure(option.Key() + " is given twice");
+    }
+    std::string format;
+    for (const char* key : {"--as", "--csv", "--tsv", "--json", "--jsonl"}) {
+        if (!invocation.arguments.Has(key))
+            continue;
+        if (!format.empty())
+            throw UsageFailure(format + " and " + key + ": one format can be asked for");
+        format = key;
     }
 }
 
@@ -185,6 +215,9 @@ const SCommand& CommandNamed(const std::vector<std::string>& unread)
         return *command;
     if (name.size() > 1 && name[0] == '-')
         RefuseOption(name, nullptr);
+    if (name == "help")
+        throw UsageFailure("no command 'help'",
+                           "qelprop " + (unread.size() > 1 ? unread[1] + " " : std::string()) + "--help");
     std::vector<std::string> known;
     for (const SCommand& command : AllCommands())
         known.push_back(command.name);
@@ -219,6 +252,7 @@ SInvocation ParseCommandLine(const std::vector<std::string>& arguments)
         CheckPlaces(invocation, parser.remaining());
         CheckChoices(invocation);
         CheckOutputOptions(invocation);
+        CheckTwice(invocation);
     }
     return invocation;
 }

@@ -37,6 +37,10 @@ EExit RunInvocation(const SInvocation& invocation, const SSurroundings& surround
         surroundings.out << "qelprop " << ProgramVersion() << '\n';
         return EExit::eDone;
     }
+    if (invocation.arguments.Has("--man")) {
+        surroundings.out << ManPage();
+        return EExit::eDone;
+    }
     if (invocation.command == nullptr)
         throw UsageFailure("no command given", "'qelprop --help' lists them");
     CContext context(surroundings, invocation.arguments);
@@ -52,10 +56,6 @@ EExit RunInvocation(const SInvocation& invocation, const SSurroundings& surround
 EExit ParseAndRun(const std::vector<std::string>& arguments, const SSurroundings& surroundings)
 {
     CheckText(arguments);
-    if (arguments == std::vector<std::string>{"--man"}) {
-        surroundings.out << ManPage();
-        return EExit::eDone;
-    }
     return RunInvocation(ParseCommandLine(arguments), surroundings);
 }
 

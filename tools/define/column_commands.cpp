@@ -50,6 +50,8 @@ void ApplyModifications(CContext& context, const CNames& names, CQelTable::SQelC
     ApplyOptions(arguments, column);
     if (arguments.Has("--type"))
         ParseType(arguments.Text("--type"), names, column);
+    if (arguments.Has("--currency") && column.type != CQelProperty::eCurrency)
+        throw UsageFailure("--currency is for columns of type currency");
     if (arguments.Has("--currency"))
         column.currency = Wide(arguments.Text("--currency"));
     if (arguments.Has("--no-default"))
@@ -59,8 +61,31 @@ void ApplyModifications(CContext& context, const CNames& names, CQelTable::SQelC
     ConvertDefault(column);
 }
 
+/// Stored oids would mean records of another table from then on.
+void RefuseRetarget(CContext& context, CPropertyFile& file, const CQelTable& table,
+                    const CQelTable::SQelColumn& column, const CQelTable::SQelColumn& changed)
+{
+    const bool both = column.type == CQelProperty::eReference && changed.type == CQelProperty::eReference;
+    if (!both || column.refTable == changed.refTable)
+        return;
+    const CArguments& arguments = context.Arguments();
+    if (!column.defaultValue.IsNull() && !arguments.Has("--default") && !arguments.Has("--no-default"))
+        throw Refusal(column, "the default is a record of the table referred to until now",
+                      "--default VALUE or --no-default replaces it");
+    const SStored stored = CountStored(context, file, table.Properties().oid, column.oid);
+    if (stored.values == 0)
+        return;
+    SFailure failure =
+        Refusal(column, Counted(stored.values, "value") + " would refer to records of another table",
+                "add a column for them, or set the values to null first");
+    failure.code = qel::kTypeFixedByRecords;
+    throw failure;
+}
+
 void RefuseNothingToDo(const CArguments& arguments)
 {
+    if (arguments.Has("--default") && arguments.Has("--no-default"))
+        throw UsageFailure("--default and --no-default: a column has one or none");
     for (const char* option : {"--type", "--default", "--no-default", "--description", "--hint",
                                "--column-format", "--currency"}) {
         if (arguments.Has(option))
@@ -130,8 +155,10 @@ EExit RunModifyColumn(CContext& context)
     const std::unique_ptr<CPropertyFile> file = context.OpenFile(EAccess::eWrite);
     const CNames names(*file);
     const CQelTable& table = names.Table(context.Arguments().Text("TABLE"));
-    CQelTable::SQelColumn column = names.Column(table, context.Arguments().Text("COLUMN"));
+    const CQelTable::SQelColumn& present = names.Column(table, context.Arguments().Text("COLUMN"));
+    CQelTable::SQelColumn column = present;
     ApplyModifications(context, names, column);
+    RefuseRetarget(context, *file, table, present, column);
     CheckDefault(*file, column, names);
     file->ModifyColumn(table.Properties().oid, column);
     context.Finish(*file);

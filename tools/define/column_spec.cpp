@@ -52,7 +52,10 @@ std::size_t ParseTypeAndMore(const std::string& text, const CNames& names, CQelT
     if (column.type != CQelProperty::eCurrency)
         throw UsageFailure("type " + Quoted(TypeName(column.type)) + " takes nothing after it");
     const std::size_t end = std::min(text.find('=', moreBegin), text.size());
-    column.currency = Wide(text.substr(moreBegin, end - moreBegin));
+    const std::string currency = text.substr(moreBegin, end - moreBegin);
+    if (currency.find(':') != std::string::npos)
+        throw UsageFailure("currency " + Quoted(currency) + ": nothing follows the currency but =DEFAULT");
+    column.currency = Wide(currency);
     return end;
 }
 

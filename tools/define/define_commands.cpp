@@ -10,7 +10,10 @@ constexpr const char* kColumnGrammar =
     "unsigned, integer64, unsigned64, double, date, time, datetime, boolean, currency, hyperlink, reference "
     "or binary.\n\n"
     "currency:EUR names the currency of the column; reference:Makers.Name the table whose records are "
-    "referred to, and the column that hosts show in their place. Here a reference is the oid of a record.\n\n"
+    "referred to, and the column that hosts show in their place, the first one where none is named. Here a "
+    "reference is the oid of a record. text, int, int64, uint64, bool, url and blob are other words for "
+    "string, integer, integer64, unsigned64, boolean, hyperlink and binary; unsigned integers hold no number "
+    "below 0.\n\n"
     "Names hold any characters but the blank and # % ( ) * , - . / : ; < > ? @ [ \\ ] |, and 'a' is not 'A'.";
 
 SPositional ColumnArgument()
@@ -50,7 +53,7 @@ SCommand AddTable()
             std::string("Prints the oid of the new table.\n\n") + kColumnGrammar,
             {FileArgument(),
              {"NAME", "the name of the new table"},
-             {"COLUMN", "NAME:TYPE[=DEFAULT]", false, true}},
+             {"COLUMN", "NAME:TYPE[=DEFAULT]", false, true, ENames::eColumnSpec}},
             {{"--description", "TEXT", "what the table is for"}, DryRunOption()},
             {{"qelprop add-table cars.db Makers --description \"Who builds them\"", ""}},
             false,
@@ -72,16 +75,17 @@ SCommand RenameTable()
 
 SCommand RemoveTable()
 {
-    return {"remove-table",
-            EGroup::eDefine,
-            "remove a table with all its records",
-            "Says how many records and values go, and asks. Refused while a Reference column refers to the "
-            "table.",
-            {FileArgument(), TableArgument()},
-            {YesOption(), DryRunOption()},
-            {{"qelprop remove-table cars.db Cars --dry-run", ""}},
-            false,
-            RunRemoveTable};
+    return {
+        "remove-table",
+        EGroup::eDefine,
+        "remove a table with all its records",
+        "Says how many records and values go, and asks. Refused while a Reference column of another table "
+        "refers to it.",
+        {FileArgument(), TableArgument()},
+        {YesOption(), DryRunOption()},
+        {{"qelprop remove-table cars.db Cars --dry-run", ""}},
+        false,
+        RunRemoveTable};
 }
 
 SCommand AddColumn()
@@ -92,10 +96,11 @@ SCommand AddColumn()
         "add columns to a table",
         std::string("Prints the oid of each new column. Records that are there have Null in it.\n\n") +
             kColumnGrammar,
-        {FileArgument(), TableArgument(), {"COLUMN", "NAME:TYPE[=DEFAULT]", true, true}},
+        {FileArgument(), TableArgument(), {"COLUMN", "NAME:TYPE[=DEFAULT]", true, true, ENames::eColumnSpec}},
         {{"--description", "TEXT", "what the column is for; for one column"},
-         {"--hint", "N", "display hint of the columns, a number of the host's"},
-         {"--column-format", "TEXT", "display format of the columns, a text of the host's"},
+         {"--hint", "N", "display hint of the columns; a number that the program keeps for its host"},
+         {"--column-format", "TEXT",
+          "display format of the columns; a text that the program keeps for its host"},
          DryRunOption()},
         {{"qelprop add-column cars.db Makers Name:string Country:string", ""},
          {"qelprop add-column cars.db Cars Model:string Price:currency:EUR Bought:date Fast:boolean=false",
@@ -107,23 +112,29 @@ SCommand AddColumn()
 
 SCommand ModifyColumn()
 {
-    return {
-        "modify-column",
-        EGroup::eDefine,
-        "change the definition of a column",
-        "What is not named stays as it is. The type cannot change while the table holds records.",
-        {FileArgument(), TableArgument(), ColumnArgument()},
-        {{"--type", "TYPE", "a type as 'add-column' takes it: double, currency:EUR, reference:Makers.Name"},
-         {"--default", "VALUE", "value of the column in new records"},
-         {"--no-default", "", "Null in new records"},
-         {"--description", "TEXT", "what the column is for"},
-         {"--hint", "N", "display hint, a number of the host's"},
-         {"--column-format", "TEXT", "display format, a text of the host's"},
-         {"--currency", "SYMBOL", "currency of new values"},
-         DryRunOption()},
-        {{"qelprop modify-column cars.db Cars Price --currency SEK --default 1000", ""}},
-        false,
-        RunModifyColumn};
+    return {"modify-column",
+            EGroup::eDefine,
+            "change the definition of a column",
+            "What is not named stays as it is. The type cannot change while the table holds records, nor the "
+            "table "
+            "that a column refers to while a record holds a reference in it.",
+            {FileArgument(), TableArgument(), ColumnArgument()},
+            {{"--type",
+              "TYPE",
+              "a type as 'add-column' takes it: double, currency:EUR, reference:Makers.Name",
+              {},
+              false,
+              ENames::eType},
+             {"--default", "VALUE", "value of the column in new records"},
+             {"--no-default", "", "Null in new records"},
+             {"--description", "TEXT", "what the column is for"},
+             {"--hint", "N", "display hint; a number that the program keeps for its host"},
+             {"--column-format", "TEXT", "display format; a text that the program keeps for its host"},
+             {"--currency", "SYMBOL", "currency of new values"},
+             DryRunOption()},
+            {{"qelprop modify-column cars.db Cars Price --currency SEK --default 1000", ""}},
+            false,
+            RunModifyColumn};
 }
 
 SCommand RenameColumn()

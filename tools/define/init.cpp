@@ -39,6 +39,8 @@ EExit RunInit(CContext& context)
 {
     const CArguments& arguments = context.Arguments();
     const EKind kind = arguments.Text("--format") == "legacy" ? EKind::eLegacy : EKind::eSQLite;
+    if (kind == EKind::eLegacy && arguments.Has("--no-indexes"))
+        throw UsageFailure("--no-indexes is for SQLite");
     const std::wstring path = Wide(arguments.Text("FILE"));
     CNewFile made(path);
     const CPropertyFile::SOptions options = context.FileOptions(EAccess::eWrite);

@@ -41,14 +41,15 @@ void RefuseWhere(CPropertyFile& file, const CNames& names, const std::string& su
 void RefuseIfReferredTo(CPropertyFile& file, const CNames& names, const CQelTable& table)
 {
     const unsigned long oid = table.Properties().oid;
-    RefuseWhere(
-        file, names, " refers to this table",
-        [&](const CQelTable&, const CQelTable::SQelColumn& column) { return column.refTable == oid; });
-    // The SQLite database removes no table at all while one refers to itself.
+    RefuseWhere(file, names, " refers to this table",
+                [&](const CQelTable& owner, const CQelTable::SQelColumn& column) {
+                    return column.refTable == oid && owner.Properties().oid != oid;
+                });
+    // The SQLite database removes no table at all while another refers to itself.
     if (file.Kind() == EKind::eSQLite)
         RefuseWhere(file, names, " refers to its own table, which keeps every table from being removed",
-                    [](const CQelTable& owner, const CQelTable::SQelColumn& column) {
-                        return column.refTable == owner.Properties().oid;
+                    [&](const CQelTable& owner, const CQelTable::SQelColumn& column) {
+                        return column.refTable == owner.Properties().oid && column.refTable != oid;
                     });
 }
 

@@ -5,6 +5,22 @@
 #include "referrers.h"
 
 namespace tool {
+namespace {
+
+/// Neither database removes a table that refers to itself.
+void ForgetOwnReferences(CPropertyFile& file, const CQelTable& table)
+{
+    const unsigned long oid = table.Properties().oid;
+    for (CQelTable::SQelColumn column : table.Columns()) {
+        if (column.type != CQelProperty::eReference || column.refTable != oid)
+            continue;
+        column.refTable = 0;
+        column.refColumn = 0;
+        file.ModifyColumn(oid, column);
+    }
+}
+
+} // namespace
 
 EExit RunAddTable(CContext& context)
 {
@@ -55,7 +71,9 @@ EExit RunRemoveTable(CContext& context)
     context.Confirm("remove " + what);
     const std::unique_ptr<CPropertyFile> file = context.OpenFile(EAccess::eWrite);
     const CNames names(*file);
-    file->RemoveTable(names.Table(given).Properties().oid);
+    const CQelTable& table = names.Table(given);
+    ForgetOwnReferences(*file, table);
+    file->RemoveTable(table.Properties().oid);
     context.Finish(*file);
     context.Tell((context.IsDryRun() ? "would remove " : "removed ") + what);
     return EExit::eDone;

@@ -33,7 +33,9 @@ SCommand Import()
         "the exit status is 0 all the same. The file of --rejects has a line for each, none if there was "
         "none.\n\n"
         "A record keeps the oid that the file gives it as @oid; one that is there already is written over "
-        "only with --key @oid. With a key, columns that the file does not name keep their values.",
+        "only with --key @oid. With a key, columns that the file does not name keep their values. References "
+        "are "
+        "not looked up, since what they refer to may come later; 'check' lists those that lead nowhere.",
         {FileArgument(),
          TableArgument(),
          {"INPUT", "the file to read; - for standard input", true, false, ENames::eFile}},
@@ -45,7 +47,11 @@ SCommand Import()
           ENames::eColumn},
          {"--on-error", "WHAT", "at a record that does not fit: stop or skip", {"stop", "skip"}},
          {"--rejects", "FILE", "with skip, write refused records to a file", {}, false, ENames::eFile},
-         {"--map", "NAME=COLUMN", "take a name in the file for another column", {}, true},
+         {"--map",
+          "NAME=COLUMN",
+          "take a name in the file for another column; NAME= passes over what stands under it",
+          {},
+          true},
          SeparatorOption(),
          {"--new-oids", "", "read over the oids in the file"},
          {"--no-defaults", "", "leave columns Null that the file does not name"},
@@ -65,16 +71,17 @@ SCommand Export()
         "write the records of a table in a form that import reads",
         "CSV unless another format is asked for. Every value comes back the same; the texts that CSV cannot "
         "carry are refused with a hint to JSON, and what no column of the table could hold with a hint to "
-        "dump.",
+        "dump. 'list --csv' writes the same text, sorted and by the page if you like.",
         {FileArgument(), TableArgument()},
-        {{"--columns",
-          "LIST",
-          "these columns alone, in this order; @oid is the record's",
-          {},
-          false,
-          ENames::eColumn},
-         SeparatorOption(),
-         SkipDamagedOption()},
+        With({{"--columns",
+               "LIST",
+               "these columns alone, in this order; @oid is the record's",
+               {},
+               false,
+               ENames::eColumnList},
+              SeparatorOption(),
+               SkipDamagedOption()},
+             FilterOptions()),
         {{"qelprop export cars.db Cars --csv -O cars.csv", ""}},
         true,
         RunExport};

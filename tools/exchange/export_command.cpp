@@ -1,6 +1,7 @@
 // export_command.cpp: the command export.
 #include "exchange_commands.h"
 
+#include "look/record_filter.h"
 #include "look/record_rows.h"
 #include "output/output.h"
 #include "output/progress.h"
@@ -37,7 +38,7 @@ EExit RunExport(CContext& context)
     const CQelTable& table = names.Table(context.Arguments().Text("TABLE"));
     const unsigned long tableOid = table.Properties().oid;
     const CRecordRows rows(context, names, table);
-    const std::vector<unsigned long> oids = file->RecordOids(tableOid);
+    const std::vector<unsigned long> oids = CRecordFilter(context, names, table).Oids(context, *file);
     COutput output(context);
     const auto writer = CRowWriter::Make(StyleOf(context, EFormat::eCsv), rows.Headings(), output.Stream());
     CProgress progress(context, "exporting", "records", oids.size());

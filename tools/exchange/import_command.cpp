@@ -44,7 +44,8 @@ SSourceRules SourceRulesOf(const CContext& context, const CNames& names, const C
     for (const std::string& given : arguments.All("--map")) {
         const std::size_t equals = given.rfind('=');
         if (equals == std::string::npos)
-            throw UsageFailure("--map: '" + given + "' is no NAME=COLUMN");
+            throw UsageFailure("--map: '" + given + "' is no NAME=COLUMN",
+                               "NAME= passes over what the file holds under that name");
         rules.renamed[given.substr(0, equals)] = given.substr(equals + 1);
     }
     return rules;
@@ -57,6 +58,8 @@ CImporter::SRules ImportRulesOf(const CContext& context, const CNames& names, co
     rules.keyIsOid = key == "@oid";
     if (!key.empty() && !rules.keyIsOid)
         rules.keyColumn = names.Column(table, key).oid;
+    if (context.Arguments().Has("--rejects") && context.Arguments().Text("--on-error") != "skip")
+        throw UsageFailure("--rejects wants --on-error skip", "else the first such record ends the import");
     rules.defaults = !context.Arguments().Has("--no-defaults");
     return rules;
 }
@@ -105,6 +108,8 @@ bool ReadNext(CRecordSource& source, SSourceRecord& record, const std::string& f
     } catch (SFailure& failure) {
         if (failure.file.empty())
             failure.file = fileName;
+        if (record.number != 0)
+            failure.message = "behind record " + GroupedText(record.number) + ": " + failure.message;
         failure.message += "; nothing was imported";
         throw;
     }
@@ -125,6 +130,8 @@ unsigned long long PutAll(CContext& context, CRecordSource& source, CImporter& i
             if (failure.line == 0) // of the database, which is the same for every record
                 throw;
             failure.file = input.Name();
+            if (record.number != 0)
+                failure.message = "record " + GroupedText(record.number) + ": " + failure.message;
             if (!skip) {
                 failure.message += "; nothing was imported";
                 throw;

@@ -11,7 +11,7 @@ namespace tool {
 class CInput
 {
 public:
-    /// @throws SFailure  3 for a file that cannot be read
+    /// @throws SFailure  3 for a file that cannot be read, 4 for one that is plainly no text in UTF-8
     explicit CInput(CContext& context);
 
     std::istream& Stream() { return m_isStandard ? m_context.In() : m_file; }
@@ -21,6 +21,8 @@ public:
     unsigned long long Size() const { return m_size; }
 
 private:
+    void CheckStart();
+
     CContext& m_context;
     std::string m_name;
     bool m_isStandard;

@@ -101,12 +101,15 @@ bool CJsonElements::Next(std::string& text, unsigned long long& line)
     const bool first = m_place == EPlace::eBegin;
     int letter = first ? Begin() : TakeSolid();
     if (m_place == EPlace::eElement && !m_single) {
-        if (letter == ',')
+        if (letter == ',') {
             letter = TakeSolid();
-        else if (letter != ']')
+            if (letter == ']')
+                Fail("no object follows the comma");
+        } else if (letter != ']') {
             Fail("a comma or a closing bracket is missing here");
-        else
+        } else {
             m_place = EPlace::eEnd;
+        }
     } else if (letter == ']' || (m_single && !first)) {
         m_place = EPlace::eEnd;
     }
@@ -116,6 +119,7 @@ bool CJsonElements::Next(std::string& text, unsigned long long& line)
         return false;
     }
     line = m_line;
+    ++m_count;
     TakeElement(letter, text);
     m_place = EPlace::eElement;
     return true;

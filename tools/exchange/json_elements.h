@@ -23,6 +23,8 @@ public:
     /// @throws SFailure  4 where there is no array, or it does not go on as one; 1 when reading fails
     bool Next(std::string& text, unsigned long long& line);
     unsigned long long BytesRead() const { return m_bytesRead; }
+    /// How many elements were begun.
+    unsigned long long Count() const { return m_count; }
 
 private:
     int Take();
@@ -45,6 +47,7 @@ private:
     bool m_single = false;
     unsigned long long m_line = 1;
     unsigned long long m_bytesRead = 0;
+    unsigned long long m_count = 0;
 };
 
 } // namespace tool

@@ -49,6 +49,8 @@ void CJsonSource::ReadMember(const std::string& name, const nlohmann::json& json
 {
     std::string error;
     const CSourceColumns::STarget& target = m_columns.Find(name);
+    if (target.ignored)
+        return;
     if (!target.isOid) {
         SQelPropColumnData data;
         data.columnOid = target.column->oid;
@@ -97,6 +99,7 @@ bool CJsonSource::Next(SSourceRecord& record)
     record.refusal.reset();
     if (m_lines ? !NextLine(record) : !m_elements.Next(record.raw, record.line))
         return false;
+    record.number = m_lines ? 0 : m_elements.Count();
     ReadObject(record);
     return true;
 }

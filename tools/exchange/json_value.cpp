@@ -118,6 +118,15 @@ std::string PlainMessage(const std::string& message)
     return end == std::string::npos ? message : message.substr(end + 2);
 }
 
+/// The reader counts lines in the piece of a file that it was given, so that a place is told in its bytes.
+std::string PlainMessage(const nlohmann::json::parse_error& failure)
+{
+    const std::string message = PlainMessage(std::string(failure.what()));
+    const std::size_t place = message.find(": ");
+    const std::string words = place == std::string::npos ? message : message.substr(place + 2);
+    return "no JSON at byte " + std::to_string(failure.byte) + ": " + words;
+}
+
 /// Watches a reader for keys that occur twice in one object.
 class CKeyWatch
 {
@@ -266,8 +275,10 @@ bool ParseJson(std::string_view text, nlohmann::json& json, std::string& error)
             return true;
         }
         error = "the key '" + *keys.Twice() + "' occurs twice";
+    } catch (const nlohmann::json::parse_error& failure) {
+        error = PlainMessage(failure);
     } catch (const nlohmann::json::exception& failure) {
-        error = PlainMessage(failure.what());
+        error = PlainMessage(std::string(failure.what()));
     }
     return false;
 }

@@ -112,6 +112,14 @@ bool SetBool(const std::string& text, CQelProperty& value, std::string& error)
     return true;
 }
 
+/// Whether a text is a date before the first one that the library knows.
+bool IsTooEarly(const std::string& text)
+{
+    constexpr std::size_t kYear = 4;
+    return text.size() > kYear && text.compare(0, 2, "00") == 0 && text[kYear] == '-' &&
+           text.substr(0, kYear).find_first_not_of("0123456789") == std::string::npos;
+}
+
 bool SetDate(const std::string& text, CQelProperty::EType type, CQelProperty& value, std::string& error)
 {
     double date = 0.0;
@@ -119,7 +127,9 @@ bool SetDate(const std::string& text, CQelProperty::EType type, CQelProperty& va
         value = DateOf(type, date);
         return true;
     }
-    if (type == CQelProperty::eDate)
+    if (type != CQelProperty::eTime && IsTooEarly(text))
+        error = "'" + text + "' is too early (dates begin with 0100-01-01)";
+    else if (type == CQelProperty::eDate)
         error = "'" + text + "' is no date (want YYYY-MM-DD)";
     else if (type == CQelProperty::eTime)
         error = "'" + text + "' is no time (want HH:MM:SS)";

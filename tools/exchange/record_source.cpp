@@ -29,7 +29,8 @@ const CSourceColumns::STarget& CSourceColumns::Find(const std::string& name)
     const std::string& meant = renamed == m_rules.renamed.end() ? name : renamed->second;
     STarget target;
     target.isOid = meant == kOid;
-    if (!target.isOid)
+    target.ignored = meant.empty() && renamed != m_rules.renamed.end();
+    if (!target.isOid && !target.ignored)
         target.column = &m_rules.names->Column(*m_rules.table, meant);
     return m_targets.emplace(name, target).first->second;
 }

@@ -17,7 +17,8 @@ namespace tool {
 struct SSourceRecord
 {
     unsigned long long line = 0;
-    unsigned long oid = 0; ///< 0 where none is given
+    unsigned long long number = 0; ///< of the record, counted from 1, where its line does not tell; else 0
+    unsigned long oid = 0;         ///< 0 where none is given
     CRecord values;
     std::string raw;                 ///< its text, where the source has it in one piece
     std::optional<SFailure> refusal; ///< why it cannot be taken; `values` is then incomplete
@@ -29,12 +30,13 @@ struct SSourceRules
     const CNames* names = nullptr;
     const CQelTable* table = nullptr;
     std::string fileName;
-    std::map<std::string, std::string> renamed; ///< names in the file that stand for other columns
-    bool header = true;                         ///< of separated text; without one all columns follow
-    bool regional = false;                      ///< text by the user's locale
-    bool takeOids = true;                       ///< false: "@oid" is read over
-    std::optional<std::string> null;            ///< a text that means Null
-    std::optional<char> separator;              ///< of separated text; the format's own where none is given
+    std::map<std::string, std::string>
+        renamed;                     ///< names in the file that stand for other columns; "" for none
+    bool header = true;              ///< of separated text; without one all columns follow
+    bool regional = false;           ///< text by the user's locale
+    bool takeOids = true;            ///< false: "@oid" is read over
+    std::optional<std::string> null; ///< a text that means Null
+    std::optional<char> separator;   ///< of separated text; the format's own where none is given
 };
 
 /// Finds what a name in a file stands for.
@@ -44,6 +46,7 @@ public:
     struct STarget
     {
         bool isOid = false;
+        bool ignored = false; ///< its values are passed over
         const CQelTable::SQelColumn* column = nullptr;
     };
 

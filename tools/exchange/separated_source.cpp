@@ -65,11 +65,13 @@ void CSeparatedSource::ReadHeader()
 std::string CSeparatedSource::HeaderHint() const
 {
     constexpr const char* kOthers = ";\t,|";
-    const std::string& first = m_row.fields.front().text;
-    const std::size_t place = first.find_first_of(kOthers);
+    const std::string& unknown = m_row.fields[m_targets.size()].text;
+    if (unknown.empty())
+        return "--map = passes over values without a name, as behind a last separator";
+    const std::size_t place = unknown.find_first_of(kOthers);
     if (m_row.fields.size() > 1 || place == std::string::npos)
-        return "--map NAME=COLUMN takes a name in the file for another column";
-    const std::string separator = first[place] == '\t' ? "\\t" : std::string(1, first[place]);
+        return "--map NAME=COLUMN takes a name in the file for another column, --map NAME= passes over it";
+    const std::string separator = unknown[place] == '\t' ? "\\t" : std::string(1, unknown[place]);
     return "if '" + separator + "' parts the values: --separator '" + separator + "'";
 }
 
@@ -90,7 +92,7 @@ void CSeparatedSource::Resolve(const SCsvRow& row)
     for (const SCsvField& field : row.fields) {
         const CSourceColumns::STarget& target = m_columns.Find(field.text);
         for (const CSourceColumns::STarget& other : m_targets) {
-            if (other.isOid == target.isOid && other.column == target.column)
+            if (!target.ignored && other.isOid == target.isOid && other.column == target.column)
                 throw Refusal(row.line, "column " + Quoted(field.text) + " stands in the header twice");
         }
         m_names.push_back(field.text);
@@ -102,13 +104,15 @@ void CSeparatedSource::TakeEveryColumn()
 {
     for (const CQelTable::SQelColumn& column : m_rules.table->Columns()) {
         m_names.push_back(Utf8(column.name));
-        m_targets.push_back({false, &column});
+        m_targets.push_back({false, false, &column});
     }
 }
 
 bool CSeparatedSource::ReadField(const SCsvField& field, std::size_t index, SSourceRecord& record) const
 {
     const CSourceColumns::STarget& target = m_targets[index];
+    if (target.ignored)
+        return true;
     const bool null = field.null || (m_rules.null && field.text == *m_rules.null);
     std::string error;
     if (target.isOid) {

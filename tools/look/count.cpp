@@ -3,6 +3,7 @@
 #include "names/names.h"
 #include "output/output.h"
 #include "output/single.h"
+#include "record_filter.h"
 
 namespace tool {
 
@@ -11,7 +12,9 @@ EExit RunCount(CContext& context)
     const std::unique_ptr<CPropertyFile> file = context.OpenFile(EAccess::eRead);
     const CNames names(*file);
     const CQelTable& table = names.Table(context.Arguments().Text("TABLE"));
-    const unsigned int count = file->CountRecords(table.Properties().oid);
+    const CRecordFilter filter(context, names, table);
+    const unsigned long long count =
+        filter.IsEmpty() ? file->CountRecords(table.Properties().oid) : filter.Oids(context, *file).size();
     if (context.Format(EFormat::ePlain) != EFormat::ePlain) {
         CSingle single;
         single.Add("table", TextCell(table.Properties().name));

@@ -2,6 +2,7 @@
 #include "look.h"
 #include "names/names.h"
 #include "output/output.h"
+#include "record_filter.h"
 #include "record_rows.h"
 #include "value_order.h"
 
@@ -63,9 +64,8 @@ bool ComesBefore(const SKeyed& left, const SKeyed& right, const std::vector<SSor
 /// The library's own listing leaves the order of equal records open; here it is that of the oids, so that
 /// pages made by --offset fit together, and both kinds of file answer alike.
 std::vector<unsigned long> SortedOids(CContext& context, CPropertyFile& file, unsigned long table,
-                                      const std::vector<SSortKey>& keys)
+                                      std::vector<unsigned long> oids, const std::vector<SSortKey>& keys)
 {
-    std::vector<unsigned long> oids = file.RecordOids(table);
     if (keys.empty())
         return oids;
     std::vector<SKeyed> records;
@@ -104,7 +104,9 @@ EExit RunList(CContext& context)
     const CQelTable& table = names.Table(context.Arguments().Text("TABLE"));
     const unsigned long tableOid = table.Properties().oid;
     const CRecordRows rows(context, names, table);
-    std::vector<unsigned long> oids = SortedOids(context, *file, tableOid, SortKeysOf(context, names, table));
+    std::vector<unsigned long> oids =
+        SortedOids(context, *file, tableOid, CRecordFilter(context, names, table).Oids(context, *file),
+                   SortKeysOf(context, names, table));
     KeepPage(context, oids);
     COutput output(context);
     const auto writer = CRowWriter::Make(StyleOf(context), rows.Headings(), output.Stream());

@@ -7,7 +7,7 @@ namespace {
 
 const SOption kColumns = {
     "--columns", "LIST", "these columns alone, in this order: Model,Price; @oid is the record's",
-    {},          false,  ENames::eColumn};
+    {},          false,  ENames::eColumnList};
 
 SCommand Info()
 {
@@ -60,19 +60,25 @@ SCommand List()
         EGroup::eLook,
         "list records, sorted by as many columns as you like",
         "Without --sort the records come in the order of their oids, which also parts records whose keys are "
-        "alike. Null comes first, last with :desc.",
+        "alike. Null comes first, last with :desc. Texts stand in the order of their characters' numbers, "
+        "whatever the locale: Z before a, and one with a mark above behind z.\n\n"
+        "--where looks for one value, to the last bit. For more than that, hand lines of JSON to a program "
+        "made for it: qelprop list cars.db Cars --jsonl | jq 'select(.Doors > 2)'. The oids alone go on to "
+        "commands that change: --columns @oid -o plain | xargs qelprop remove cars.db Cars --yes.",
         {FileArgument(), TableArgument()},
-        {kColumns,
-         {"--sort",
-          "KEYS",
-          "sort by columns, COLUMN or COLUMN:desc: Maker,Price:desc",
-          {},
-          false,
-          ENames::eColumn},
-         {"--limit", "N", "no more than so many records"},
-         {"--offset", "N", "skip so many records first"}},
+        With({kColumns,
+              {"--sort",
+               "KEYS",
+               "sort by columns, COLUMN or COLUMN:desc: Maker,Price:desc",
+               {},
+               false,
+               ENames::eColumnList},
+              {"--limit", "N", "no more than so many records"},
+              {"--offset", "N", "skip so many records first"}},
+             FilterOptions()),
         {{"qelprop list cars.db Cars --sort Maker,Price:desc --limit 20", ""},
-         {"qelprop list cars.db Cars --columns Model,Price --locale de_DE", ""}},
+         {"qelprop list cars.db Cars --columns Model,Price --locale de_DE", ""},
+         {"qelprop list cars.db Cars --where Maker=@3 --where Fast=false", ""}},
         true,
         RunList};
 }
@@ -100,8 +106,8 @@ SCommand Count()
             "count the records of a table",
             "Prints the number alone.",
             {FileArgument(), TableArgument()},
-            {},
-            {{"qelprop count cars.db Cars", ""}},
+            FilterOptions(),
+            {{"qelprop count cars.db Cars", ""}, {"qelprop count cars.db Cars --where-null Price", ""}},
             true,
             RunCount};
 }

@@ -31,15 +31,16 @@ SFailure Refusal(const CQelTable::SQelColumn& column, const std::string& message
 std::string ReadWhole(const std::string& path)
 {
     std::ifstream file(qel::NativePath(Wide(path)), std::ios::binary);
-    std::string bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+    file.peek(); // fails where the name is that of a folder
     if (file.is_open() && !file.bad())
-        return bytes;
+        return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
     SFailure failure;
     failure.exit = EExit::eNotFound;
     failure.file = path;
     std::error_code error;
     const bool exists = std::filesystem::exists(qel::NativePath(Wide(path)), error);
-    failure.message = exists ? "cannot read this file" : "no such file";
+    const bool isFolder = std::filesystem::is_directory(qel::NativePath(Wide(path)), error);
+    failure.message = isFolder ? "this is a folder" : exists ? "cannot read this file" : "no such file";
     throw failure;
 }
 

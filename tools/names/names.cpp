@@ -4,6 +4,7 @@
 #include "cli/arguments.h"
 #include "cli/context.h"
 #include "cli/suggestion.h"
+#include "output/progress.h"
 
 #include <algorithm>
 #include <charconv>
@@ -168,7 +169,7 @@ std::vector<std::string> SplitList(const std::string& list, char separator)
 
 std::string Counted(unsigned long long count, const std::string& thing)
 {
-    return std::to_string(count) + " " + thing + (count == 1 ? "" : "s");
+    return GroupedText(count) + " " + thing + (count == 1 ? "" : "s");
 }
 
 } // namespace tool

@@ -50,7 +50,7 @@ std::string Quoted(const std::string& name);
 /// Parts of a list, "a,b" -> a, b; empty parts are kept.
 std::vector<std::string> SplitList(const std::string& list, char separator = ',');
 
-/// "1 record", "2 records"
+/// "1 record", "2,000 records"
 std::string Counted(unsigned long long count, const std::string& thing);
 
 } // namespace tool

@@ -6,6 +6,13 @@
 namespace tool {
 namespace {
 
+/// Whether a name stands for a stream that is open already, whatever lies behind it.
+bool IsStreamName(const std::filesystem::path& target, const char* number, const char* word)
+{
+    const std::filesystem::path devices = "/dev";
+    return target == devices / word || target == devices / "fd" / number;
+}
+
 /// Whether a name is that of a device or a pipe, for which there is nothing to rename.
 bool IsDevice(const std::filesystem::path& target)
 {
@@ -33,7 +40,12 @@ COutput::COutput(CContext& context, const std::string& option) : m_context(conte
     const std::string name = context.Arguments().Text(option);
     if (name.empty() || name == "-")
         return;
-    const std::filesystem::path target = qel::NativePath(Wide(name));
+    const std::filesystem::path target = qel::NativePath(Wide(name)).lexically_normal();
+    if (IsStreamName(target, "1", "stdout"))
+        return;
+    m_toErr = IsStreamName(target, "2", "stderr");
+    if (m_toErr)
+        return;
     RefuseArgument(context, option, target);
     if (!IsDevice(target))
         m_part.emplace(name, true);
@@ -49,7 +61,9 @@ COutput::~COutput()
 
 std::ostream& COutput::Stream()
 {
-    return m_file.is_open() ? m_file : m_context.Out();
+    if (m_file.is_open())
+        return m_file;
+    return m_toErr ? m_context.Err() : m_context.Out();
 }
 
 void COutput::Fail(const char* message) const
@@ -63,7 +77,7 @@ void COutput::Fail(const char* message) const
 void COutput::Finish()
 {
     if (!m_file.is_open()) {
-        m_context.Out().flush();
+        Stream().flush();
         return;
     }
     m_file.close();

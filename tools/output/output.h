@@ -10,7 +10,8 @@
 namespace tool {
 
 /// Standard output, or the file of -O, which appears when Finish gives it its name; a device or a pipe that
-/// -O names is written to as it stands. Not copied.
+/// -O names is written to as it stands, "-" and the names under /dev of open streams are those streams. Not
+/// copied.
 class COutput
 {
 public:
@@ -33,6 +34,7 @@ private:
     std::string m_option;
     std::optional<CPartFile> m_part;
     std::ofstream m_file;
+    bool m_toErr = false;
 };
 
 } // namespace tool

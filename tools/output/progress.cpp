@@ -28,11 +28,18 @@ std::string TimeText(double seconds)
     return text;
 }
 
-std::string Bar(double part)
+std::string Bar(double part, std::size_t length)
 {
-    constexpr std::size_t kLength = 20;
-    const auto full = static_cast<std::size_t>(part * double{kLength});
-    return '[' + std::string(full, '#') + std::string(kLength - full, '.') + ']';
+    const auto full = static_cast<std::size_t>(part * static_cast<double>(length));
+    return '[' + std::string(full, '#') + std::string(length - full, '.') + ']';
+}
+
+/// The longest bar that leaves the numbers their room; the usual one where they have none anyway.
+std::size_t BarLength(std::size_t others, std::size_t columns)
+{
+    constexpr std::size_t kUsual = 20;
+    constexpr std::size_t kEnds = 2;
+    return columns > others + kEnds ? std::min(kUsual, columns - others - kEnds) : kUsual;
 }
 
 } // namespace
@@ -64,15 +71,18 @@ std::string GroupedText(unsigned long long number)
 std::string ProgressLine(const std::string& what, const std::string& unit, unsigned long long done,
                          unsigned long long total, double seconds, std::size_t columns)
 {
-    std::string line = what + ' ';
     const double rate = static_cast<double>(done) / std::max(seconds, kShortest);
+    std::string numbers =
+        AmountText(unit, done) + ", " + AmountText(unit, static_cast<unsigned long long>(rate)) + "/s";
+    if (total > done && rate > 0)
+        numbers += ", " + TimeText(static_cast<double>(total - done) / rate) + " left";
+    std::string line = what + ' ';
     if (total > 0) {
         const double part = std::min(1.0, static_cast<double>(done) / static_cast<double>(total));
-        line += Bar(part) + ' ' + std::to_string(static_cast<int>(part * 100)) + "% ";
+        numbers = ' ' + std::to_string(static_cast<int>(part * 100)) + "% " + numbers;
+        line += Bar(part, BarLength(line.size() + numbers.size(), columns));
     }
-    line += AmountText(unit, done) + ", " + AmountText(unit, static_cast<unsigned long long>(rate)) + "/s";
-    if (total > done && rate > 0)
-        line += ", " + TimeText(static_cast<double>(total - done) / rate) + " left";
+    line += numbers;
     return line.substr(0, columns); // ASCII alone
 }
 

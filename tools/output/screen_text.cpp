@@ -73,6 +73,12 @@ bool IsSurrogate(char16_t unit)
     return unit >= 0xD800 && unit <= 0xDFFF;
 }
 
+/// Embeddings and overrides would turn all that stands behind them on the screen.
+bool TurnsDirection(char16_t unit)
+{
+    return (unit >= 0x202A && unit <= 0x202E) || (unit >= 0x2066 && unit <= 0x2069);
+}
+
 } // namespace
 
 std::string OneLine(const std::wstring& text)
@@ -84,7 +90,7 @@ std::string OneLine(const std::wstring& text)
                             units[place + 1] >= 0xDC00 && units[place + 1] <= 0xDFFF;
         if (paired)
             ++place;
-        else if (IsSurrogate(unit) || (unit >= 0x80 && unit <= 0x9F))
+        else if (IsSurrogate(unit) || TurnsDirection(unit) || (unit >= 0x80 && unit <= 0x9F))
             unit = 0xFFFD;
         else if (unit < 0x20)
             unit = static_cast<char16_t>(0x2400 + unit); // pictures of control characters

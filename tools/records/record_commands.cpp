@@ -17,7 +17,7 @@ constexpr const char* kAssignments =
 
 SPositional Assignments(bool required)
 {
-    return {"NAME=VALUE", "the value of a column", required, true, ENames::eColumn};
+    return {"NAME=VALUE", "the value of a column", required, true, ENames::eAssignment};
 }
 
 SOption NullText()

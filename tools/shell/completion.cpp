@@ -2,6 +2,7 @@
 #include "completion.h"
 
 #include "cli/commands.h"
+#include "exchange/type_name.h"
 
 #include <algorithm>
 
@@ -34,6 +35,14 @@ const char* Word(ENames names)
         return "@table";
     case ENames::eColumn:
         return "@column";
+    case ENames::eColumnList:
+        return "@columns";
+    case ENames::eAssignment:
+        return "@assignment";
+    case ENames::eColumnSpec:
+        return "@spec";
+    case ENames::eType:
+        return "@type";
     case ENames::eText:
         break;
     }
@@ -71,9 +80,11 @@ std::string PlaceCases(const SCommand& command)
     std::size_t place = 1;
     for (const SPositional& positional : command.positionals) {
         const std::string number = positional.repeats ? "*" : std::to_string(place);
-        if (*Word(positional.completes) != '\0')
-            lines +=
-                "    " + command.name + "/" + number + ") echo '" + Word(positional.completes) + "' ;;\n";
+        std::string words = Word(positional.completes);
+        for (const std::string& choice : positional.choices)
+            words += (words.empty() ? "" : " ") + choice;
+        if (!words.empty())
+            lines += "    " + command.name + "/" + number + ") echo '" + words + "' ;;\n";
         ++place;
     }
     return lines;
@@ -81,23 +92,29 @@ std::string PlaceCases(const SCommand& command)
 
 constexpr const char* kEngine = R"bash(
 _qelprop() {
-    local cur=${COMP_WORDS[COMP_CWORD]} command= places=0 file= table= word i want
+    local words=() cur head= whole command= places=0 file= table= word i last want
+    _qelprop_words
+    last=$((${#words[@]} - 1))
+    cur=${words[last]}
+    whole=$cur
     COMPREPLY=()
-    for ((i = 1; i < COMP_CWORD; i++)); do
-        word=${COMP_WORDS[i]}
+    for ((i = 1; i < last; i++)); do
+        word=${words[i]}
         if [[ $word == -* ]]; then
             _qelprop_takes_value "$command" "$word" && ((i++))
         elif [[ -z $command ]]; then
             command=$word
         else
             ((places++))
-            [[ $places -eq 1 ]] && file=$word
+            [[ $places -eq 1 ]] && file=${word/#\~/$HOME}
             [[ $places -eq 2 ]] && table=$word
         fi
     done
-    if ((i > COMP_CWORD)); then
-        want=$(_qelprop_after "$command/${COMP_WORDS[COMP_CWORD - 1]}")
-        [[ -n $want ]] || want=$(_qelprop_after "*/${COMP_WORDS[COMP_CWORD - 1]}")
+    if ((i > last)); then
+        want=$(_qelprop_value "$command" "${words[last - 1]}")
+    elif [[ $cur == --*=* ]]; then
+        want=$(_qelprop_value "$command" "${cur%%=*}")
+        _qelprop_keep "${cur%%=*}="
     elif [[ $cur == -* ]]; then
         want="$(_qelprop_options "$command") $(_qelprop_options '*')"
     elif [[ -z $command ]]; then
@@ -106,12 +123,52 @@ _qelprop() {
         want=$(_qelprop_place "$command/$((places + 1))")
     fi
     case $want in
-    @file) compopt -o filenames 2>/dev/null; _qelprop_reply "$(compgen -f -- "$cur")" ;;
-    @folder) compopt -o filenames 2>/dev/null; _qelprop_reply "$(compgen -d -- "$cur")" ;;
-    @table) _qelprop_names "$cur" tables "${file/#\~/$HOME}" 2 ;;
-    @column) _qelprop_names "$cur" schema "${file/#\~/$HOME}" 2 "$table" ;;
+    @file) _qelprop_files -f ;;
+    @folder) _qelprop_files -d ;;
+    @table) _qelprop_names tables 2 ;;
+    @column) _qelprop_names schema 2 "$table" ;;
+    @columns)
+        _qelprop_keep "${cur%"${cur##*,}"}"
+        _qelprop_names schema 2 "$table"
+        [[ @oid != "$cur"* ]] || COMPREPLY+=(@oid)
+        ;;
+    @assignment) _qelprop_assignment ;;
+    @spec) [[ $cur != *:* ]] || { _qelprop_keep "${cur%%:*}:"; _qelprop_reply "$(compgen -W "$_qelprop_types" -- "$cur")"; } ;;
+    @type) _qelprop_reply "$(compgen -W "$_qelprop_types" -- "$cur")" ;;
     *) _qelprop_reply "$(compgen -W "$want" -- "$cur")" ;;
     esac
+    _qelprop_cut
+}
+
+# The words as the program gets them: readline parts them at = : and @ as well.
+_qelprop_words() {
+    local line=${COMP_LINE:0:COMP_POINT} i rest
+    for ((i = 0; i <= COMP_CWORD; i++)); do
+        rest=${line#"${line%%[![:blank:]]*}"}
+        if ((i == 0)) || [[ $rest != "$line" || -z $line ]]; then
+            words+=("${COMP_WORDS[i]}")
+        else
+            words[${#words[@]} - 1]+=${COMP_WORDS[i]}
+        fi
+        line=${rest#"${COMP_WORDS[i]}"}
+    done
+}
+
+# What stands before the part that is completed.
+_qelprop_keep() {
+    head+=$1
+    cur=${cur#"$1"}
+}
+
+# Answers replace what stands behind the last character at which readline has parted the word; an @ is one that it
+# replaces as well.
+_qelprop_cut() {
+    local breaks=${COMP_WORDBREAKS//[^=:@]/} parted= i
+    [[ -z $breaks ]] || parted=${whole%"${whole##*[$breaks]}"} parted=${parted%@}
+    for i in "${!COMPREPLY[@]}"; do
+        word=$head${COMPREPLY[i]}
+        COMPREPLY[i]=${word#"$parted"}
+    done
 }
 
 # One answer a line. A here-string, since process substitution needs /dev/fd, which not every system mounts.
@@ -120,17 +177,41 @@ _qelprop_reply() {
     [[ -z $1 ]] || mapfile -t COMPREPLY <<<"$1"
 }
 
+_qelprop_files() {
+    compopt -o filenames 2>/dev/null
+    _qelprop_reply "$(compgen "$1" -- "$cur")"
+}
+
+# NAME=VALUE, where the value is the user's, and NAME@=FILE.
+_qelprop_assignment() {
+    if [[ $cur == *@=* ]]; then
+        _qelprop_keep "${cur%%@=*}@="
+        _qelprop_files -f
+    elif [[ $cur != *=* ]]; then
+        compopt -o nospace 2>/dev/null
+        _qelprop_names schema 2 "$table"
+        COMPREPLY=("${COMPREPLY[@]/%/=}")
+    fi
+}
+
 _qelprop_takes_value() {
     [[ $2 == *=* ]] && return 1
     [[ " $_qelprop_valued " == *" $1/$2 "* || " $_qelprop_valued " == *" */$2 "* ]]
+}
+
+_qelprop_value() {
+    local want
+    want=$(_qelprop_after "$1/$2")
+    [[ -n $want ]] || want=$(_qelprop_after "*/$2")
+    echo "$want"
 }
 
 # Names are data: no word of them may be expanded by the shell.
 _qelprop_names() {
     local name
     while IFS= read -r name; do
-        [[ -n $name && $name == "$1"* ]] && COMPREPLY+=("$(printf %q "$name")")
-    done <<<"$(qelprop "$2" "$3" ${5:+"$5"} --as plain 2>/dev/null | cut -f"$4")"
+        [[ -n $name && $name == "$cur"* ]] && COMPREPLY+=("$(printf %q "$name")")
+    done <<<"$(qelprop "$1" "$file" ${3:+"$3"} --as plain 2>/dev/null | cut -f"$2")"
 }
 
 complete -F _qelprop qelprop
@@ -173,13 +254,17 @@ std::string BashCompletion()
         const std::string own = ValuedOptions(command.name, command.options);
         valued += own.empty() ? "" : " " + own;
     }
+    std::string types;
+    for (const std::string& type : TypeNames())
+        types += (types.empty() ? "" : " ") + type;
     options +=
         "    '*') echo '" + OptionNames(GlobalOptions()) + " " + OptionNames(OutputOptions()) + "' ;;\n";
     after += OptionCases("\\*", GlobalOptions()) + OptionCases("\\*", OutputOptions());
     return "# bash completion for qelprop; made by 'qelprop completion bash'\n"
            "_qelprop_commands='" +
-           commands + "'\n_qelprop_valued='" + valued + "'\n" + Case("_qelprop_options", options) +
-           Case("_qelprop_after", after) + Case("_qelprop_place", places) + kEngine;
+           commands + "'\n_qelprop_types='" + types + "'\n_qelprop_valued='" + valued + "'\n" +
+           Case("_qelprop_options", options) + Case("_qelprop_after", after) +
+           Case("_qelprop_place", places) + kEngine;
 }
 
 EExit RunCompletion(CContext& context)

@@ -10,7 +10,7 @@ std::vector<SCommand> ShellCommands()
              EGroup::eShell,
              "print completion for a shell",
              "The script completes commands, options, their values, files, tables and columns.",
-             {{"SHELL", "bash"}},
+             {{"SHELL", "bash", true, false, ENames::eText, {"bash"}}},
              {},
              {{"eval \"$(qelprop completion bash)\"", "for this shell; into ~/.bashrc for all"}},
              false,
