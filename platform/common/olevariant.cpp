@@ -75,13 +75,16 @@ COleVariant::COleVariant(const std::wstring& text)
     vt = VT_BSTR;
 }
 
-COleVariant::COleVariant(LONG value, VARTYPE type)
+COleVariant::COleVariant(int value, VARTYPE type) : COleVariant(static_cast<long>(value), type)
+{}
+
+COleVariant::COleVariant(long value, VARTYPE type)
 {
     VariantInit(this);
     if (type == VT_BOOL)
         boolVal = value != 0 ? VARIANT_TRUE : VARIANT_FALSE;
     else
-        lVal = value;
+        lVal = static_cast<LONG>(value);
     vt = type;
 }
 

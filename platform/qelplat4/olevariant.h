@@ -39,17 +39,15 @@ public:
     explicit COleVariant(const wchar_t* text);
     /// A text, embedded zeros included.
     explicit COleVariant(const std::wstring& text);
-    /// A whole number.
+    /// A whole number of 32 bits; one of the two is a LONG, and hosts write either.
     /// @param type  VT_I4, VT_ERROR or VT_BOOL (then every number but 0 is true)
-    explicit COleVariant(LONG value, VARTYPE type = VT_I4);
+    /// @{
+    explicit COleVariant(int value, VARTYPE type = VT_I4);
+    explicit COleVariant(long value, VARTYPE type = VT_I4);
+    /// @}
     /// A number with decimals, or a date.
     /// @param type  VT_R8 or VT_DATE
     explicit COleVariant(double value, VARTYPE type = VT_R8);
-#ifndef _WIN32
-    /// A long is 32 bits here, too, as where it is another name of LONG.
-    explicit COleVariant(long value, VARTYPE type = VT_I4) : COleVariant(static_cast<LONG>(value), type)
-    {}
-#endif
     /// A VT_DATE, whatever the status.
     explicit COleVariant(const COleDateTime& moment);
     /// Frees what this variant holds and copies the other; it is empty when memory runs out.
@@ -57,10 +55,7 @@ public:
     COleVariant& operator=(const COleVariant& other);
     COleVariant& operator=(const VARIANT& source);
     /// @}
-    ~COleVariant()
-    {
-        VariantClear(this);
-    }
+    ~COleVariant() { VariantClear(this); }
 
     /// Frees what this variant holds and makes it empty.
     void Clear();
