@@ -167,6 +167,20 @@ TEST_F(StoreFailure, OfCloseIsToldAndTheNextOpeningHasEverything)
     }
 }
 
+TEST_F(StoreFailure, OfTheEnginesMemoryIsTheFamilysCodeForIt)
+{
+    Create();
+    ASSERT_THAT(Put(store, 1, 1, std::string(200000, 'x')), Succeeds());
+    sqlite3_hard_heap_limit64(sqlite3_memory_used() + 100000);
+    const std::string read = Take(store, 1, 1);
+    const unsigned int written = Put(store, 1, 2, std::string(300000, 'y'));
+    sqlite3_hard_heap_limit64(0);
+    EXPECT_EQ(read, "code 10002");
+    EXPECT_THAT(written, Gives(10002));
+    EXPECT_EQ(Take(store, 1, 1), std::string(200000, 'x'));
+    EXPECT_EQ(Take(store, 1, 2), "code 10020");
+}
+
 TEST_F(StoreFailure, ThatUndidABatchLetsNoLaterChangeOfItThrough)
 {
     CFaultVfs disk;

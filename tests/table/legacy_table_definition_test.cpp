@@ -89,6 +89,14 @@ TEST(LegacyTableDefinition, AssigningATableToItselfChangesNothing)
     ExpectSlots(table);
 }
 
+TEST(LegacyTableDefinition, MovingATableToItselfChangesNothing)
+{
+    CQelTable3X table = TableWithSlots();
+    CQelTable3X& same = table;
+    table = std::move(same);
+    ExpectSlots(table);
+}
+
 TEST(LegacyTableDefinition, ColumnIsFoundWithItsSlot)
 {
     CQelTable3X::SQelColumn column;

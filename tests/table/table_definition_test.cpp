@@ -138,6 +138,14 @@ TEST(TableDefinition, AssigningATableToItselfChangesNothing)
     ExpectFull(table);
 }
 
+TEST(TableDefinition, MovingATableToItselfChangesNothing)
+{
+    CQelTable table = FullTable();
+    CQelTable& same = table;
+    table = std::move(same);
+    ExpectFull(table);
+}
+
 TEST(TableDefinition, MoveCarriesEveryField)
 {
     CQelTable original = FullTable();
