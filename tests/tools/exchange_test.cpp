@@ -52,6 +52,7 @@ TEST_P(Exchange, SeparatorIsOfTheUsersChoice)
     const SRun refused = Run("import cars.db Cars a.csv");
     EXPECT_EQ(refused.exit, 3);
     EXPECT_THAT(refused.err, HasSubstr("hint: if ';' parts the values: --separator ';'\n"));
+    SKIP_UNLESS_LOCALES_SWITCH();
     Out("import cars.db Cars a.csv --separator ; --locale de_DE");
     EXPECT_THAT(Out("export cars.db Cars --columns Model,Price --separator ;"),
                 AllOf(HasSubstr("Model;Price\n96;1900.5000 EUR\n"), HasSubstr("\nDuett;1.5000\n")));
@@ -169,6 +170,7 @@ TEST_P(Exchange, LoadAndMigrateKeepTablesOfAHost)
 
 TEST_P(Exchange, RegionalTextKeepsEveryDigit)
 {
+    SKIP_UNLESS_LOCALES_SWITCH();
     Out("add-column cars.db Cars Weight:double Bought:datetime");
     Out("set cars.db Cars @1 Price=1.2345 Weight=1050.12345 Bought=2024-02-29T13:05:09");
     Out("set cars.db Cars @2 Price=1200 Weight=1.5e-300 Bought=ole:45000.1234567");

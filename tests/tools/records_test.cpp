@@ -110,6 +110,7 @@ TEST_P(Records, RefuseValuesThatDoNotFitAndWriteNothing)
 
 TEST_P(Records, FollowALocaleOnRequest)
 {
+    SKIP_UNLESS_LOCALES_SWITCH();
     Out("set cars.db Cars @1 Price=1.200,50 --locale de_DE");
     EXPECT_EQ(Record("Cars", 1), "1,96,1200.5000 EUR,false,2\n");
     EXPECT_EQ(Refusal("set cars.db Cars @1 Price=12.50 --locale de_DE"),

@@ -27,7 +27,8 @@ class RegionalText : public testing::TestWithParam<SCase>
 
 TEST_P(RegionalText, MeansWhatTheLocaleSays)
 {
-    const CLocaleEnvironment locale(GetParam().locale);
+    const CLocaleEnvironment locale(GetParam().locale + std::string(".UTF-8"));
+    SKIP_UNLESS_IN_FORCE(locale);
     CQelProperty value;
     std::string error;
     const bool read = tool::FromRegionalText(GetParam().text, GetParam().type, value, error);
