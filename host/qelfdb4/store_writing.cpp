@@ -160,7 +160,7 @@ unsigned int CStoreFile::MoveCounter()
 {
     CQelSQLite::CStatement statement(&m_db);
     statement.Prepare(L"INSERT OR REPLACE INTO sync(id,count) "
-                      L"SELECT 1,(IFNULL(MAX(count),0)+1)&2147483647 FROM sync WHERE id=1");
+                      L"VALUES(1,(SELECT (IFNULL(MAX(count),0)+1)&2147483647 FROM sync WHERE id=1))");
     return CQelSQLite::MapQelERR(statement.Execute());
 }
 
