@@ -99,21 +99,24 @@ TEST_F(OutsideTransactions, CreatingInAClosedDatabaseGives17201)
     sql.SetLogfile(nullptr);
 }
 
+sqlite3* watched = nullptr;
+int openWhenTold = -1;
+
+bool QEL_STDCALL NoteTransaction(EPropDBMessage, unsigned long, unsigned long, unsigned int)
+{
+    openWhenTold = sqlite3_get_autocommit(watched) == 0 ? 1 : 0;
+    return true;
+}
+
 TEST_F(OutsideTransactions, NotificationComesAfterTheCommit)
 {
-    static sqlite3* handle = nullptr;
-    static int open = -1;
-    handle = sql.Handle();
-    db.SetNotifyCallback(
-        [](EPropDBMessage, unsigned long, unsigned long, unsigned int) {
-            open = sqlite3_get_autocommit(handle) == 0 ? 1 : 0;
-            return true;
-        },
-        0);
+    watched = sql.Handle();
+    openWhenTold = -1;
+    db.SetNotifyCallback(NoteTransaction, 0);
     CQelTable table;
     table.Properties().name = L"Lamps";
     ASSERT_EQ(db.AddTable(table), 10001u);
-    EXPECT_EQ(open, 0);
+    EXPECT_EQ(openWhenTold, 0);
 }
 
 /// A database in a file that a second connection locks.

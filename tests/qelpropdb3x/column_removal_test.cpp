@@ -263,16 +263,22 @@ TEST_F(LegacyColumnRemoval, StoreThatVanishesWhileClosedLeavesTheDatabaseClosed)
     EXPECT_EQ(folder.Names(), "");
 }
 
+namespace {
+
+CLegacyDatabase* closing = nullptr;
+
+bool QEL_STDCALL CloseWhenChanged(EPropDBMessage message, unsigned long, unsigned long, unsigned int)
+{
+    return message == ePropDBTableChanged && closing->Close() == qel::kSuccess;
+}
+
+} // namespace
+
 TEST_F(LegacyColumnRemoval, CallbackMayCloseTheDatabase)
 {
     AddLamps();
-    static CLegacyDatabase* closing = nullptr;
     closing = &db;
-    db.SetNotifyCallback(
-        [](EPropDBMessage message, unsigned long, unsigned long, unsigned int) {
-            return message == ePropDBTableChanged && closing->Close() == qel::kSuccess;
-        },
-        0);
+    db.SetNotifyCallback(CloseWhenChanged, 0);
     EXPECT_THAT(db.TableRemoveColumn(lamps, 2), Succeeds());
     db.SetNotifyCallback(nullptr, 0);
     EXPECT_EQ(folder.Names(), "legacy.store");

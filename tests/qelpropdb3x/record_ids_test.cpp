@@ -189,17 +189,23 @@ TEST_F(LegacyRecordIds, EachTableHasItsOwn)
     EXPECT_EQ(Add(lamps, {}), 3U);
 }
 
+namespace {
+
+CLegacyDatabase* closing = nullptr;
+
+bool QEL_STDCALL CloseWhenSet(EPropDBMessage message, unsigned long, unsigned long, unsigned int)
+{
+    if (message == ePropDBRecordSet)
+        closing->Close();
+    return true;
+}
+
+} // namespace
+
 TEST_F(LegacyRecordIds, CallbackMayCloseTheDatabase)
 {
-    static CLegacyDatabase* closing = nullptr;
     closing = &db;
-    db.SetNotifyCallback(
-        [](EPropDBMessage message, unsigned long, unsigned long, unsigned int) {
-            if (message == ePropDBRecordSet)
-                closing->Close();
-            return true;
-        },
-        0);
+    db.SetNotifyCallback(CloseWhenSet, 0);
     unsigned long record = 0;
     EXPECT_THAT(db.AddRecord(lamps, record, Values({Int(1)}), false), Succeeds());
     db.SetNotifyCallback(nullptr, 0);
