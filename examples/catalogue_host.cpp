@@ -3,6 +3,7 @@
 // The first run makes the database and stores every package; a later run finds them as they were.
 #include "catalogue.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <exception>
@@ -13,12 +14,11 @@
 
 namespace {
 
-constexpr std::size_t kRowsShown = 20;
-
 struct SOptions
 {
     std::filesystem::path folder = ".";
     std::string status = "/var/lib/dpkg/status";
+    std::size_t rows = 20; ///< of the table that is shown
 };
 
 SOptions ReadOptions(int count, char** arguments)
@@ -30,11 +30,13 @@ SOptions ReadOptions(int count, char** arguments)
             options.folder = arguments[i + 1];
         else if (name == "--status")
             options.status = arguments[i + 1];
+        else if (name == "--rows")
+            options.rows = std::stoul(arguments[i + 1]);
         else
             throw std::runtime_error("unknown option " + name);
     }
     if (count % 2 == 0)
-        throw std::runtime_error("usage: catalogue_host [--folder FOLDER] [--status FILE]");
+        throw std::runtime_error("usage: catalogue_host [--folder FOLDER] [--status FILE] [--rows N]");
     return options;
 }
 
@@ -138,13 +140,15 @@ bool AnswerAlike(CSqlCatalogue& database, CLegacyCatalogue& store)
     return alike;
 }
 
-void ShowLargest(CSqlCatalogue& catalogue)
+void ShowLargest(CSqlCatalogue& catalogue, std::size_t rows)
 {
     const CStopwatch watch;
     std::vector<unsigned long> oids = catalogue.OidsBySize();
-    std::cout << "Sorted " << oids.size() << " packages by size and name: " << watch.Text() << "\n\n";
-    if (oids.size() > kRowsShown)
-        oids.resize(kRowsShown);
+    std::cout << "Sorted " << oids.size() << " packages by size and name: " << watch.Text() << "\n";
+    if (rows == 0)
+        return;
+    std::cout << "\n";
+    oids.resize(std::min(rows, oids.size()));
     catalogue.Print(oids, std::cout);
 }
 
@@ -173,7 +177,7 @@ int Run(const SOptions& options)
     bool same = Verify(database, packages, "catalogue.db");
     same = Verify(store, packages, "catalogue.store") && same;
     same = AnswerAlike(database, store) && same;
-    ShowLargest(database);
+    ShowLargest(database, options.rows);
     return same ? 0 : 1;
 }
 

@@ -78,7 +78,7 @@ TEST_P(Looking, ShowsOneRecordLineByLine)
                                           "Model  Duett\n"
                                           "Price  \u00b7\n"
                                           "Fast   No\n"
-                                          "Maker  3\n");
+                                          "Maker  @3 Volvo\n");
     EXPECT_EQ(Out("get cars.db Makers @1 @3 --csv"), "@oid,Name,Country\n1,DKW,Germany\n3,Volvo,Sweden\n");
     EXPECT_EQ(Out("get cars.db Makers @1 --columns Name -o plain"), "DKW\n");
 }
@@ -168,6 +168,20 @@ TEST_P(Looking, CutsATableToTheScreenAlone)
               "Name  Count\u2026\n----  ------\nDKW   Germa\u2026\n");
     EXPECT_EQ(Out("list cars.db Makers --columns Name,Country --limit 1 --color never --width 0"),
               "Name  Country\n----  -------\nDKW   Germany\n");
+}
+
+TEST_P(Looking, ShowsPeopleWhatAReferenceNames)
+{
+    Out("remove cars.db Makers @3 --yes");
+    Out("set cars.db Makers @2 Name=null");
+    Out("add cars.db Cars --oid 9 Model=F12 Maker=@1");
+    EXPECT_EQ(Out("list cars.db Cars --columns Model,Maker"), "Model   Maker\n"
+                                                              "------  ------\n"
+                                                              "96      @2\n"
+                                                              "Sonett  @2\n"
+                                                              "Duett   @3\n"
+                                                              "F12     @1 DKW\n");
+    EXPECT_EQ(Out("list cars.db Cars --columns Maker -o plain"), "2\n2\n3\n1\n");
 }
 
 INSTANTIATE_TEST_SUITE_P(Of, Looking, testing::Values("sqlite", "legacy"), KindName);

@@ -10,10 +10,9 @@ constexpr const char* kColumnGrammar =
     "unsigned, integer64, unsigned64, double, date, time, datetime, boolean, currency, hyperlink, reference "
     "or binary.\n\n"
     "currency:EUR names the currency of the column; reference:Makers.Name the table whose records are "
-    "referred to, and the column that hosts show in their place, the first one where none is named. Here a "
-    "reference is the oid of a record. text, int, int64, uint64, bool, url and blob are other words for "
-    "string, integer, integer64, unsigned64, boolean, hyperlink and binary; unsigned integers hold no number "
-    "below 0.\n\n"
+    "referred to, and the column that stands for them in tables, as '@3 Volvo', the first one where none is "
+    "named. text, int, int64, uint64, bool, url and blob are other words for string, integer, integer64, "
+    "unsigned64, boolean, hyperlink and binary; unsigned integers hold no number below 0.\n\n"
     "Names hold any characters but the blank and # % ( ) * , - . / : ; < > ? @ [ \\ ] |, and 'a' is not 'A'.";
 
 SPositional ColumnArgument()

@@ -37,7 +37,7 @@ EExit RunExport(CContext& context)
     const CNames names(*file);
     const CQelTable& table = names.Table(context.Arguments().Text("TABLE"));
     const unsigned long tableOid = table.Properties().oid;
-    const CRecordRows rows(context, names, table);
+    CRecordRows rows(context, names, table);
     const std::vector<unsigned long> oids = CRecordFilter(context, names, table).Oids(context, *file);
     COutput output(context);
     const auto writer = CRowWriter::Make(StyleOf(context, EFormat::eCsv), rows.Headings(), output.Stream());

@@ -28,7 +28,9 @@ CRecord ReadRecord(const SFound& found, unsigned long oid)
 
 void PrintRows(CContext& context, const SFound& found)
 {
-    const CRecordRows rows(context, found.names, found.table);
+    CRecordRows rows(context, found.names, found.table);
+    if (context.Format() == EFormat::eTable)
+        rows.ShowReferences(found.file);
     if (found.oids.size() == 1) {
         CSingle single;
         const std::vector<std::string> headings = rows.Headings();

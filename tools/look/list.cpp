@@ -103,7 +103,9 @@ EExit RunList(CContext& context)
     const CNames names(*file);
     const CQelTable& table = names.Table(context.Arguments().Text("TABLE"));
     const unsigned long tableOid = table.Properties().oid;
-    const CRecordRows rows(context, names, table);
+    CRecordRows rows(context, names, table);
+    if (context.Format() == EFormat::eTable)
+        rows.ShowReferences(*file);
     std::vector<unsigned long> oids =
         SortedOids(context, *file, tableOid, CRecordFilter(context, names, table).Oids(context, *file),
                    SortKeysOf(context, names, table));

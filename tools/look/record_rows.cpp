@@ -4,6 +4,25 @@
 #include <algorithm>
 
 namespace tool {
+namespace {
+
+/// What stands for the record that a reference names: " Volvo"; empty where nothing can be shown.
+std::string TextOfTarget(CPropertyFile& file, const CQelTable::SQelColumn& column, unsigned long oid)
+{
+    CRecord target;
+    try {
+        if (!file.HasRecord(column.refTable, oid) || !file.GetRecord(column.refTable, oid, target))
+            return {};
+    } catch (const SFailure&) {
+        return {}; // a damaged record elsewhere is no reason to show nothing here
+    }
+    CRecord::const_iterator shown;
+    if (target.empty() || !CQelTable::GetColumnData(column.refColumn, target, shown) || shown->value.IsNull())
+        return {};
+    return ' ' + ScreenText(shown->value, {});
+}
+
+} // namespace
 
 CRecordRows::CRecordRows(const CContext& context, const CNames& names, const CQelTable& table)
 {
@@ -23,7 +42,16 @@ std::vector<std::string> CRecordRows::Headings() const
     return headings;
 }
 
-CRow CRecordRows::Row(unsigned long oid, const CRecord& record) const
+CQelProperty CRecordRows::Shown(const CQelTable::SQelColumn& column, const CQelProperty& value)
+{
+    const unsigned long oid = value.Data().uValue.nULong;
+    const auto [place, isNew] = m_shown.try_emplace({column.oid, oid});
+    if (isNew)
+        place->second = TextCell("@" + std::to_string(oid) + TextOfTarget(*m_file, column, oid));
+    return place->second;
+}
+
+CRow CRecordRows::Row(unsigned long oid, const CRecord& record)
 {
     CRow row;
     row.reserve(m_columns.size());
@@ -33,8 +61,12 @@ CRow CRecordRows::Row(unsigned long oid, const CRecord& record) const
         });
         if (column.oid == 0)
             row.push_back(OidCell(oid));
+        else if (found == record.end())
+            row.emplace_back();
+        else if (m_file != nullptr && found->value.GetType() == CQelProperty::eReference)
+            row.push_back(Shown(column, found->value));
         else
-            row.push_back(found == record.end() ? CQelProperty() : found->value);
+            row.push_back(found->value);
     }
     return row;
 }
