@@ -173,7 +173,7 @@ TEST_P(Looking, CutsATableToTheScreenAlone)
 TEST_P(Looking, ShowsPeopleWhatAReferenceNames)
 {
     Out("remove cars.db Makers @3 --yes");
-    Out("set cars.db Makers @2 Name=null");
+    Out("set cars.db Makers @2 Name=null --null-text null");
     Out("add cars.db Cars --oid 9 Model=F12 Maker=@1");
     EXPECT_EQ(Out("list cars.db Cars --columns Model,Maker"), "Model   Maker\n"
                                                               "------  ------\n"

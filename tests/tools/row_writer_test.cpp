@@ -98,6 +98,18 @@ TEST_F(RowWriter, TableIsCutToTheScreenAndNeverWithoutOne)
                                                         "a lon\u2026  anoth\u2026\n");
 }
 
+TEST_F(RowWriter, TableCutsNoNumberAndSaysWhatItLeavesOut)
+{
+    const std::vector<CRow> rows = {{NumberCell(1234567890), CQelProperty(),
+                                     TextCell(std::string("a long text")), NumberCell(7), NumberCell(8)}};
+    style.width = 28;
+    EXPECT_EQ(Print(EFormat::eTable, {"A", "Empty", "Text", "N", "M"}, rows),
+              "         A  Em\u2026  Text    N\n"
+              "----------  ---  ------  -\n"
+              "1234567890  \u00b7    a lon\u2026  7\n"
+              "(1 more column at the right)\n");
+}
+
 TEST_F(RowWriter, TableWithColourMarksHeadingsAndNulls)
 {
     style.color = true;

@@ -12,7 +12,8 @@ namespace tool {
 namespace {
 
 constexpr std::size_t kGap = 2;
-constexpr std::size_t kNarrowest = 3; // columns are not made narrower than this
+constexpr std::size_t kNarrowest = 6; // letters of a text that are left
+constexpr std::size_t kEmpty = 3;     // columns that hold nothing
 constexpr const char* kNull = "\u00b7";
 constexpr const char* kBold = "\033[1m";
 constexpr const char* kFaint = "\033[2m";
@@ -90,36 +91,70 @@ std::vector<std::size_t> CTableWriter::Widths() const
     return widths;
 }
 
+/// How narrow columns may become: a number is never cut, a text keeps enough to be told by.
+std::vector<std::size_t> CTableWriter::LeastWidths(const std::vector<std::size_t>& widths) const
+{
+    std::vector<std::size_t> least(widths.size());
+    for (std::size_t index = 0; index < widths.size(); ++index) {
+        bool empty = true;
+        std::size_t number = 0;
+        for (const CLine& line : m_lines) {
+            empty = empty && line[index].null;
+            if (line[index].right)
+                number = std::max(number, Columns(line[index].text));
+        }
+        const std::size_t text = empty ? kEmpty : kNarrowest;
+        least[index] = std::min(widths[index], number > 0 ? number : text);
+    }
+    return least;
+}
+
 void CTableWriter::FitToScreen(std::vector<std::size_t>& widths) const
 {
     if (m_style.width == 0 || widths.empty())
         return;
+    const std::vector<std::size_t> least = LeastWidths(widths);
     std::size_t total = std::accumulate(widths.begin(), widths.end(), kGap * (widths.size() - 1));
     while (total > m_style.width) {
-        const auto widest = std::max_element(widths.begin(), widths.end());
-        if (*widest <= kNarrowest)
+        std::size_t widest = widths.size();
+        std::size_t next = 0;
+        for (std::size_t index = 0; index < widths.size(); ++index) {
+            if (widths[index] == least[index])
+                continue;
+            if (widest == widths.size() || widths[index] > widths[widest]) {
+                next = widest == widths.size() ? 0 : widths[widest];
+                widest = index;
+            } else {
+                next = std::max(next, widths[index]);
+            }
+        }
+        if (widest == widths.size())
             return;
         // Down to the next widest in one step, so that a text of a million letters costs no million steps.
-        std::size_t next = kNarrowest;
-        for (auto width = widths.begin(); width != widths.end(); ++width) {
-            if (width != widest)
-                next = std::max(next, *width);
-        }
-        const std::size_t step = std::min(total - m_style.width, std::max<std::size_t>(1, *widest - next));
-        *widest -= step;
+        const std::size_t end = std::max(least[widest], std::min(next, widths[widest] - 1));
+        const std::size_t step = std::min(total - m_style.width, widths[widest] - end);
+        widths[widest] -= step;
         total -= step;
     }
+}
+
+std::size_t CTableWriter::ColumnsThatFit(const std::vector<std::size_t>& widths) const
+{
+    std::size_t end = 0;
+    for (std::size_t index = 0; index < widths.size(); ++index) {
+        end += widths[index] + (index > 0 ? kGap : 0);
+        if (m_style.width != 0 && end > m_style.width && index > 0)
+            return index;
+    }
+    return widths.size();
 }
 
 void CTableWriter::PrintLine(const CLine& line, const std::vector<std::size_t>& widths, bool heading)
 {
     std::size_t column = 0;
-    for (std::size_t index = 0; index < line.size(); ++index) {
-        const bool last = index + 1 == line.size();
+    for (std::size_t index = 0; index < m_shown; ++index) {
+        const bool last = index + 1 == m_shown;
         const std::size_t start = column + (index > 0 ? kGap : 0);
-        // What even narrow columns cannot bring in is left out.
-        if (m_style.width != 0 && start + widths[index] > m_style.width && index > 0)
-            break;
         const SCell& cell = line[index];
         std::string text = Cut(cell.text, widths[index]);
         if (!last || cell.right)
@@ -160,10 +195,13 @@ void CTableWriter::End()
     AlignNulls();
     std::vector<std::size_t> widths = Widths();
     FitToScreen(widths);
+    m_shown = ColumnsThatFit(widths);
     if (m_style.header)
         PrintHeader(widths);
     for (const CLine& line : m_lines)
         PrintLine(line, widths, false);
+    if (const std::size_t left = widths.size() - m_shown; left > 0)
+        m_out << '(' << left << (left == 1 ? " more column" : " more columns") << " at the right)\n";
     m_lines.clear();
 }
 

@@ -27,10 +27,14 @@ private:
     void AlignNulls();
     void PrintHeader(const std::vector<std::size_t>& widths);
     std::vector<std::size_t> Widths() const;
+    std::vector<std::size_t> LeastWidths(const std::vector<std::size_t>& widths) const;
     void FitToScreen(std::vector<std::size_t>& widths) const;
+    /// The number of columns, from the left, that the screen has room for.
+    std::size_t ColumnsThatFit(const std::vector<std::size_t>& widths) const;
     void PrintLine(const CLine& line, const std::vector<std::size_t>& widths, bool heading);
 
     std::vector<CLine> m_lines;
+    std::size_t m_shown = 0; // columns from the left
 };
 
 } // namespace tool
