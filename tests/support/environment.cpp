@@ -22,6 +22,11 @@ bool IsNeutral(const std::string& locale)
     return locale.empty() || locale == "POSIX" || locale.front() == 'C';
 }
 
+std::string WithoutCodeset(const std::string& locale)
+{
+    return locale.substr(0, locale.find('.'));
+}
+
 std::wstring DecimalSeparator()
 {
     wchar_t text[8] = {};
@@ -42,7 +47,7 @@ bool CLocaleEnvironment::CanSwitch()
 bool CLocaleEnvironment::IsExactlyInForce() const
 {
     static const bool follows = CanSwitch();
-    return follows || (m_all == g_atStart && !IsNeutral(m_all));
+    return follows || (WithoutCodeset(m_all) == WithoutCodeset(g_atStart) && !IsNeutral(m_all));
 }
 
 bool CLocaleEnvironment::IsInForce() const
