@@ -2,7 +2,31 @@
 #include <qelplat4/terminal.h>
 #include <qelplat4/types.h>
 
+#include <algorithm>
+#include <iterator>
+
 namespace qel {
+namespace {
+
+struct SRange
+{
+    char32_t first;
+    char32_t last;
+};
+
+// The system counts these among the letters and blanks: vowels and finals of a Hangul syllable, which join
+// its first consonant, and the signs that only tell how the text around them is to be set.
+constexpr SRange kJoining[] = {
+    {0x1160, 0x11FF}, {0x200B, 0x200F}, {0x202A, 0x202E}, {0x2060, 0x206F}, {0xFEFF, 0xFEFF}};
+
+bool Joins(char32_t character)
+{
+    return std::any_of(std::begin(kJoining), std::end(kJoining), [character](const SRange& range) {
+        return character >= range.first && character <= range.last;
+    });
+}
+
+} // namespace
 
 int CharacterColumns(char32_t character)
 {
@@ -16,6 +40,8 @@ int CharacterColumns(char32_t character)
                           (character >= kFirstIdeographicPlane && character <= kLastIdeographicPlane);
         return wide ? 2 : 1;
     }
+    if (Joins(character))
+        return 0;
     const auto unit = static_cast<wchar_t>(character);
     WORD type = 0;
     if (GetStringTypeW(CT_CTYPE3, &unit, 1, &type) == 0)
