@@ -43,6 +43,7 @@ public:
     CQelPropDB3X();
     /// Copies the catalogue and the settings; the copy works on the same open store.
     CQelPropDB3X(const CQelPropDB3X& other);
+    /// The same; this object is unchanged when memory runs out.
     CQelPropDB3X& operator=(const CQelPropDB3X& other);
     /// Closes the database, and with it the store of every copy.
     ~CQelPropDB3X() override;

@@ -13,7 +13,23 @@ CQelPropDB3X::CQelPropDB3X() = default;
 
 CQelPropDB3X::CQelPropDB3X(const CQelPropDB3X& other) = default;
 
-CQelPropDB3X& CQelPropDB3X::operator=(const CQelPropDB3X& other) = default;
+// Assigning part by part would tear the object when memory runs out half-way.
+CQelPropDB3X& CQelPropDB3X::operator=(const CQelPropDB3X& other)
+{
+    if (this == &other)
+        return *this;
+    TTables tables(other.m_tables);
+    std::map<unsigned long, SRecordIds> recordIds(other.m_recordIds);
+    CQelBase::operator=(other);
+    m_log = other.m_log;
+    m_callback = other.m_callback;
+    m_callbackUser = other.m_callbackUser;
+    m_store = other.m_store;
+    m_tables.swap(tables);
+    m_recordIds.swap(recordIds);
+    m_unused = other.m_unused;
+    return *this;
+}
 
 CQelPropDB3X::~CQelPropDB3X()
 {

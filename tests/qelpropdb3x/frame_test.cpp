@@ -1,8 +1,10 @@
 // frame_test.cpp: opening, closing and copying a legacy database, its limits, names and messages.
+#include "support/allocations.h"
 #include "support/hex.h"
 #include "support/legacy_database.h"
 
 #include <climits>
+#include <new>
 
 using namespace qeltest;
 
@@ -161,6 +163,25 @@ TEST_F(LegacyFrame, AssignmentCopiesEverything)
     EXPECT_EQ(copy.BlobDB().GetName(), path);
     copy = *&copy;
     EXPECT_EQ(Show(copy), "1000 Lamps\n");
+}
+
+TEST_F(LegacyFrame, AssignmentWithoutMemoryLeavesTheObjectAsItWas)
+{
+    AddTable(L"Lamps");
+    CLegacyDatabase other;
+    bool failed = true;
+    for (std::size_t allowed = 0; failed; ++allowed) {
+        {
+            const CFailingMemory failing(allowed);
+            try {
+                other = db;
+            } catch (const std::bad_alloc&) {
+            }
+            failed = failing.Hit();
+        }
+        EXPECT_EQ(other.BlobDB().GetName(), failed ? L"" : path) << allowed;
+        EXPECT_EQ(other.TableExists(L"Lamps"), !failed) << allowed;
+    }
 }
 
 TEST_F(LegacyFrame, BlobDBIsTheOpenStore)
