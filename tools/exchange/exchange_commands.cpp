@@ -80,7 +80,7 @@ SCommand Export()
                false,
                ENames::eColumnList},
               SeparatorOption(),
-               SkipDamagedOption()},
+              SkipDamagedOption()},
              FilterOptions()),
         {{"qelprop export cars.db Cars --csv -O cars.csv", ""}},
         true,
