@@ -68,6 +68,15 @@ TEST(CommandLine, TakesTheLastOfAnOptionOfEveryCommand)
     EXPECT_EQ(ParseCommandLine({"-v", "list", "a.db", "T", "-v"}).arguments.All("--verbose").size(), 2U);
 }
 
+TEST(CommandLine, TakesNoOptionBehindTwoDashes)
+{
+    for (const Words& words : {Words{"--", "list", "a.db", "-T"}, Words{"list", "--", "a.db", "-T"}}) {
+        const tool::SInvocation invocation = ParseCommandLine(words);
+        EXPECT_EQ(invocation.command->name, "list");
+        EXPECT_EQ(invocation.arguments.Text("TABLE"), "-T");
+    }
+}
+
 TEST(CommandLine, SaysWhatIsWrongWithIt)
 {
     struct SCase

@@ -72,6 +72,13 @@ TEST_P(ImportInput, KnowsWhatIsNoTextByItsFirstBytes)
     EXPECT_EQ(Refusal("import cars.db Makers no.csv"), "3 qelprop: no.csv: no such file");
 }
 
+TEST_P(ImportInput, TakesAZeroCharacterThatTablesShow)
+{
+    WriteFile(program.File(L"in.csv"), "{\"Name\":\"a\\u0000b\"}\n");
+    Out("import cars.db Makers in.csv --jsonl");
+    EXPECT_THAT(Out("list cars.db Makers --where-null Country"), HasSubstr("  a\u2400b "));
+}
+
 TEST_P(ImportInput, SaysThatADateIsTooEarly)
 {
     Out("add-column cars.db Makers Founded:date");

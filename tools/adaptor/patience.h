@@ -3,6 +3,7 @@
 
 #include <qelsq4/qelsq4.h>
 
+#include <algorithm>
 #include <chrono>
 #include <functional>
 
@@ -19,6 +20,8 @@ public:
     /// Makes every statement of a connection wait.
     /// @param connection  does not outlive the patience
     void Lend(CQelSQLite& connection);
+    /// Waits at least so long from now on.
+    void Raise(int milliseconds) { m_time = std::max(m_time, std::chrono::milliseconds(milliseconds)); }
     /// Opens a store, for which the store itself does not wait.
     /// @param open  gives a result code
     /// @return what the last try gave

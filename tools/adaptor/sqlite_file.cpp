@@ -146,6 +146,9 @@ void CSQLiteFile::Commit()
 {
     if (!m_begun)
         return;
+    // Whoever only looks at the file, or tries whether it is free, must not cost the work of an hour.
+    constexpr int kWhileOthersLook = 1000; // milliseconds
+    m_patience.Raise(kWhileOthersLook);
     RunText(L"COMMIT", "cannot save");
     m_begun = false; // the next change begins anew: a failure then must not look like one of saving
 }

@@ -230,7 +230,9 @@ const SCommand& CommandNamed(const std::vector<std::string>& unread)
 SInvocation ParseCommandLine(const std::vector<std::string>& arguments)
 {
     SInvocation invocation;
-    const std::vector<std::string> unread = ReadUpToCommand(arguments, invocation.arguments);
+    std::vector<std::string> unread = ReadUpToCommand(arguments, invocation.arguments);
+    if (!unread.empty() && unread.front() == "--") // no option follows; the command does
+        unread.erase(unread.begin());
     if (unread.empty())
         return invocation;
     invocation.command = &CommandNamed(unread);

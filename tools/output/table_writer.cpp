@@ -2,8 +2,11 @@
 #include "table_writer.h"
 
 #include "exchange/neutral_text.h"
+#include "exchange/value_parts.h"
 #include "progress.h"
 #include "screen_text.h"
+
+#include <qelplat4/utf16.h>
 
 #include <algorithm>
 #include <numeric>
@@ -67,6 +70,10 @@ std::string ScreenText(const CQelProperty& value, const SRowStyle& style)
         return std::to_string(value.Data().uValue.nULong);
     if (value.GetType() == CQelProperty::eBlob)
         return SizeText(value.Data().nBufferSize);
+    if (value.GetType() == CQelProperty::eString) { // whose own text ends at a zero character
+        const std::u16string units = UnitsOf(value);
+        return OneLine(qel::FromUtf16(units.data(), units.size()));
+    }
     const std::string text = OneLine(value.String());
     return LooksLikeNothing(value, text) ? ToNeutralText(value) : text;
 }
