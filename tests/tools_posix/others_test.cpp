@@ -66,6 +66,21 @@ TEST_P(Others, WhatIsReadIsOfOneMoment)
     EXPECT_EQ(RunToEnd({"add", db, "Lamps", "Name=Wall"}).status, 0);
 }
 
+/// Of SQLite files alone, which others may read during a change.
+class Saving : public Others
+{};
+
+TEST_P(Saving, WaitsAMomentForThoseWhoRead)
+{
+    AddLargeRecord();
+    CProgramProcess dumping({"dump", db});
+    EXPECT_NE(dumping.ReadSome(), "");
+    CProgramProcess adding({"add", db, "Lamps", "Name=Wall"});
+    EXPECT_EQ(dumping.Wait().status, 0);
+    const SEnded ended = adding.Wait();
+    EXPECT_EQ(ended.status, 0) << ended.err;
+}
+
 class Interrupt : public Others
 {};
 
@@ -116,6 +131,7 @@ TEST_P(Interrupt, LeavesNoFileOfALoad)
     EXPECT_EQ(folder.Names(), "lamps.db");
 }
 
+INSTANTIATE_TEST_SUITE_P(Of, Saving, testing::Values("sqlite"), KindOf);
 INSTANTIATE_TEST_SUITE_P(Of, Others, testing::Values("sqlite", "legacy"), KindOf);
 INSTANTIATE_TEST_SUITE_P(Of, Interrupt, testing::Values("sqlite", "legacy"), KindOf);
 
