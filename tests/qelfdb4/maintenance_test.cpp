@@ -109,7 +109,10 @@ TEST_F(StoreCare, CopyReplacesAStoreButNeverTheOpenOne)
     EXPECT_EQ(Dump(copy, 9), "");
     EXPECT_TRUE(copy.HasRecord({1000, 250}));
     EXPECT_THAT(store.Optimize(path, nullptr, 0, false), Gives(10015));
-    fs::create_symlink(folder.File(L"s.qdb"), folder.File(L"link"));
+    std::error_code error;
+    fs::create_symlink(folder.File(L"s.qdb"), folder.File(L"link"), error);
+    if (error)
+        GTEST_SKIP() << "no symbolic link can be made here";
     EXPECT_THAT(store.Optimize(folder.Path(L"link"), nullptr, 0, false), Gives(10015));
     EXPECT_TRUE(store.HasRecord({1000, 250}));
 }

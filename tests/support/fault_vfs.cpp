@@ -44,8 +44,11 @@ const char* BaseName(const char* path)
 {
     if (path == nullptr)
         return "";
-    const char* const slash = std::strrchr(path, '/');
-    return slash != nullptr ? slash + 1 : path;
+    const char* name = path;
+    for (const char* at = path; *at != 0; ++at)
+        if (*at == '/' || *at == '\\')
+            name = at + 1;
+    return name;
 }
 
 // Counts a change and tells whether it is to fail.
