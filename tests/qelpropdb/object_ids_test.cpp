@@ -19,6 +19,8 @@ protected:
 
     void TearDown() override
     {
+        if (IsSkipped())
+            return;
         EXPECT_EQ(Rows(sql, "SELECT * FROM qeltpt") + Rows(sql, "SELECT * FROM qeltpc") +
                       Rows(sql, "SELECT * FROM qeltpd"),
                   before);

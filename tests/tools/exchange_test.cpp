@@ -88,7 +88,10 @@ TEST_P(Exchange, KeyThatTheFileRepeatsIsWrittenOver)
 TEST_P(Exchange, FileOfTheCommandIsNeverItsOutput)
 {
     const std::string db = Name(L"cars.db");
-    std::filesystem::create_symlink(db, program.File(L"link.db"));
+    std::error_code noLinks;
+    std::filesystem::create_symlink(db, program.File(L"link.db"), noLinks);
+    if (noLinks)
+        GTEST_SKIP() << "no symbolic link can be made here";
     std::filesystem::create_hard_link(db, program.File(L"hard.db"));
     const std::string detour = program.File(L"").u8string() + "./cars.db";
     const std::string before = Bytes();
