@@ -153,6 +153,18 @@ TEST_P(RefusedCommit, IsTheResultAndUndoesTheChange)
 
 INSTANTIATE_TEST_SUITE_P(Faults, RefusedCommit, testing::ValuesIn(EveryChange()), SChangeName());
 
+TEST_F(InterruptedRepair, RefusedCommitIsTheResultAndLeavesTheOrders)
+{
+    SAttempt attempt;
+    sqlite3_commit_hook(
+        attempt.sql.Handle(), [](void*) { return 1; }, nullptr);
+    EXPECT_THAT(attempt.db.Attach(false, nullptr), Gives(17201));
+    sqlite3_commit_hook(attempt.sql.Handle(), nullptr, nullptr);
+    EXPECT_EQ(Stored(attempt.sql), attempt.stored);
+    EXPECT_TRUE(attempt.db.TableExists(L"Lamps"));
+    EXPECT_EQ(attempt.notifier.Text(), "0(0,0)");
+}
+
 using FullDisk = Lamps;
 
 TEST_F(FullDisk, EndsAddingRecordsWithItsCodeAndLosesNone)

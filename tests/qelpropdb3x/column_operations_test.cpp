@@ -257,6 +257,9 @@ TEST(LegacyColumnFailures, FailedStoreLeavesTheCatalogueExceptAfterASwap)
     disk.FailAfter(0, SQLITE_FULL);
     EXPECT_THAT(db.RenameColumn(1000, 1, L"Watts"), Gives(17313));
     EXPECT_THAT(db.RenameTable(1000, L"Torches"), Gives(17313));
+    SLegacyColumn added = Column(L"Room");
+    EXPECT_THAT(db.TableAddColumn(1000, added), Gives(17313));
+    EXPECT_EQ(added.oid, 0UL);
     EXPECT_EQ(Show(db), "1000 Lamps: 1 Power@0 2 Colour@1\n");
     EXPECT_THAT(db.TableSwapDisplayOrder(1000, 1, 2), Gives(17313));
     SLegacyColumn power;

@@ -4,6 +4,7 @@
 #include "support/legacy_database.h"
 
 #include <climits>
+#include <filesystem>
 #include <new>
 
 using namespace qeltest;
@@ -117,6 +118,15 @@ TEST_F(LegacyFrame, CloseEmptiesTheCatalogueAndTellsTheHost)
     EXPECT_FALSE(db.TableExists(L"Lamps"));
     EXPECT_FALSE(db.BlobDB().IsOpen());
     EXPECT_EQ(log.Take(), "I2 + Closing Property Database\nI2 - Done\n");
+    EXPECT_EQ(notifier.Text(), "1(0,0)");
+}
+
+TEST_F(LegacyFrame, CloseThatFailsIsToldTwiceAndClosesAllTheSame)
+{
+    std::filesystem::create_directories(folder.File(L"legacy.store-shm/in the way"));
+    EXPECT_THAT(db.Close(), Gives(17310));
+    EXPECT_FALSE(db.BlobDB().IsOpen());
+    EXPECT_EQ(log.Take(), "I2 + Closing Property Database\nE 17310\nE 17310\nI2 - Done\n");
     EXPECT_EQ(notifier.Text(), "1(0,0)");
 }
 

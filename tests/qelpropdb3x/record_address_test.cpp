@@ -75,6 +75,13 @@ TEST_F(LegacySharedSelector, RemovingOneTableLeavesTheRecordsToTheOther)
     EXPECT_THAT(db.RemoveRecord(1000, 3), Succeeds());
 }
 
+TEST_F(LegacySharedSelector, TableGoesWithoutALogToo)
+{
+    db.SetLogfile(nullptr);
+    EXPECT_THAT(db.RemoveTable(1000), Succeeds());
+    EXPECT_EQ(Dump(db), "66536 Far: 1 A@0 2 B@1\n" + records);
+}
+
 TEST_F(LegacySharedSelector, ColumnOfTablesWithoutRecordsGoes)
 {
     UseSchema({Make(2000, L"Near"), Make(67536, L"Far")});

@@ -72,6 +72,7 @@ TEST_F(LegacySchemaStorage, WithoutBothRecordsTheStoreIsOpenAndEmpty)
     ASSERT_THAT(db.BlobDB().Remove({2, 1}), Succeeds());
     ASSERT_THAT(db.BlobDB().Remove({3, 1}), Succeeds());
     EXPECT_THAT(OpenAgain(), Gives(10020));
+    EXPECT_EQ(log.ErrorCodes(), (std::vector<unsigned int>{10020, 10020})); // of loading and of opening
     EXPECT_TRUE(db.BlobDB().IsOpen());
     EXPECT_EQ(Show(db), "");
     EXPECT_EQ(notifier.Text(), "0(0,0)");

@@ -99,6 +99,7 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(SFormatRow{"Pointer", L"%p", 0x1A, L"0000001A"},
                     SFormatRow{"WidePointer", L"%12p|", 0x1A, L"    0000001A|"},
                     SFormatRow{"MarkedPointer", L"%#p", 0x1A, L"0X0000001A"},
+                    SFormatRow{"PointerOfAnySizeIsAWord", L"%I64p %d", 0x000000020000001A, L"0000001A 2"},
                     SFormatRow{"ZeroToNoDigits", L"[%.0d]", 0, L"[]"},
                     SFormatRow{"OctalZeroToNoDigits", L"[%#.0o]", 0, L"[0]"},
                     SFormatRow{"OctalZeroIsWrittenOnce", L"%#o", 0, L"0"},
@@ -117,6 +118,7 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(SFormatRow{"SurrogatesBecomeOneCharacter", L"%c%c", 0x0000DE000000D83D, L"\U0001F600"},
                     SFormatRow{"WideFormOfTheNarrowLetter", L"%lC", 0x20AC, L"\u20AC"},
                     SFormatRow{"NarrowFormOfTheNarrowLetter", L"%hC", 0x20AC, L"\u00AC"},
+                    SFormatRow{"ZerosBeforeACharacter", L"%03c|%-03c|", 0x0000004200000041, L"00A|B  |"},
                     SFormatRow{"TextAroundIsKept", L"\U0001F600 %d \u20AC", 5, L"\U0001F600 5 \u20AC"}),
     SRowName());
 
@@ -153,6 +155,7 @@ INSTANTIATE_TEST_SUITE_P(
     Rounding, NumberFormat,
     testing::Values(SNumberRow{"TieAwayFromZero", L"%.0f", 2.5, L"3"},
                     SNumberRow{"NegativeTie", L"%.0f", -2.5, L"-3"},
+                    SNumberRow{"MarkedWithDecimals", L"%#.1f", 2.5, L"2.5"},
                     SNumberRow{"TieBelowOne", L"%.0f", 0.5, L"1"},
                     SNumberRow{"TieThatCarries", L"%.0f", 9.5, L"10"},
                     SNumberRow{"TieInDecimals", L"%.1f", 0.25, L"0.3"},
