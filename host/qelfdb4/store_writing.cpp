@@ -32,7 +32,7 @@ unsigned int CStoreFile::ChangeDurably(Work&& work)
 {
     CSQLiteTransaction transaction(&m_db, false);
     if (!transaction.BeginTrans())
-        return kCannotChange;
+        return CodeOfRefusedBegin();
     unsigned int code = work();
     if (code == kSuccess)
         code = MoveCounter();
@@ -100,10 +100,17 @@ unsigned int CStoreFile::BeginBatch()
     PrepareChange(false);
     auto batch = std::make_unique<CSQLiteTransaction>(&m_db, false);
     if (!batch->BeginTrans())
-        return kCannotChange;
+        return CodeOfRefusedBegin();
     m_batch = std::move(batch);
     m_batchDurable = false;
     return kSuccess;
+}
+
+// Never the code for an open batch, which callers take for leave to go on inside it.
+unsigned int CStoreFile::CodeOfRefusedBegin() const
+{
+    const unsigned int code = CQelSQLite::MapQelERR(sqlite3_errcode(m_db.Handle()));
+    return code != kSuccess ? code : kUnknownException;
 }
 
 // However it ends, the batch is over. The safety level cannot change inside a transaction, so that what was
@@ -142,7 +149,7 @@ void CStoreFile::EnterWal()
     if (m_wal)
         return;
     if (AskText(m_db, L"PRAGMA journal_mode=WAL") != L"wal")
-        Fail(kCannotChange, __LINE__);
+        Fail(kSqlBase + SQLITE_IOERR, __LINE__);
     m_wal = true;
 }
 

@@ -83,6 +83,7 @@ private:
     unsigned int WriteRecord(long long key, const void* data, unsigned int size);
     unsigned int MoveCounter();
     bool BatchWasUndone() const;
+    unsigned int CodeOfRefusedBegin() const;
     unsigned int CountRecords();
 
     CQelSQLite m_db;

@@ -17,12 +17,12 @@ struct SDay
 };
 
 // The Gregorian date of a day counted from 1970-01-01, reckoned in years that begin in March, so that the
-// leap day is the last of its year.
+// leap day is the last of its year. No clock goes back to before the year 0.
 constexpr SDay DayOf(long long days)
 {
     constexpr long long kDaysOfEra = 146097; // 400 years
     const long long shifted = days + 719468; // from 0000-03-01
-    const long long era = (shifted >= 0 ? shifted : shifted - kDaysOfEra + 1) / kDaysOfEra;
+    const long long era = shifted / kDaysOfEra;
     const long long dayOfEra = shifted - era * kDaysOfEra;
     const long long year = (dayOfEra - dayOfEra / 1460 + dayOfEra / 36524 - dayOfEra / 146096) / 365;
     const long long dayOfYear = dayOfEra - (365 * year + year / 4 - year / 100);
@@ -34,6 +34,8 @@ constexpr SDay DayOf(long long days)
 static_assert(DayOf(0).year == 1970 && DayOf(0).month == 1 && DayOf(0).day == 1);
 static_assert(DayOf(11016).year == 2000 && DayOf(11016).month == 2 && DayOf(11016).day == 29);
 static_assert(DayOf(-1).year == 1969 && DayOf(-1).month == 12 && DayOf(-1).day == 31);
+static_assert(DayOf(47540).year == 2100 && DayOf(47540).month == 2 && DayOf(47540).day == 28);
+static_assert(DayOf(47541).year == 2100 && DayOf(47541).month == 3 && DayOf(47541).day == 1);
 
 std::string TimeText(std::chrono::system_clock::time_point time)
 {

@@ -181,6 +181,19 @@ TEST_F(StoreFailure, OfTheEnginesMemoryIsTheFamilysCodeForIt)
     EXPECT_EQ(Take(store, 1, 2), "code 10020");
 }
 
+TEST_F(StoreFailure, OfBeginningABatchIsNotTakenForABatchThatIsOpen)
+{
+    Create();
+    ASSERT_THAT(Put(store, 1, 1, "one"), Succeeds());
+    sqlite3_hard_heap_limit64(sqlite3_memory_used());
+    const unsigned int begun = store.BeginBatch();
+    sqlite3_hard_heap_limit64(0);
+    EXPECT_THAT(begun, Gives(10002));
+    EXPECT_THAT(store.RollbackBatch(), Gives(17201)); // none was open
+    EXPECT_THAT(store.BeginBatch(), Succeeds());
+    EXPECT_THAT(store.BeginBatch(), Gives(17201));
+}
+
 TEST_F(StoreFailure, ThatUndidABatchLetsNoLaterChangeOfItThrough)
 {
     CFaultVfs disk;

@@ -166,6 +166,15 @@ TEST_F(LegacyWriteFailure, OneFailedWriteLeavesARemovedTableAsItWas)
     Run(RemoveTable, false, true);
 }
 
+TEST_F(LegacyWriteFailure, BatchThatCannotBeginIsTheResultOfRemovingATable)
+{
+    ASSERT_THAT(db.Open(path, false), Succeeds());
+    const std::string before = Dump(db);
+    disk.FailOnceAfter(0, SQLITE_FULL);
+    EXPECT_THAT(RemoveTable(db), Gives(17313));
+    EXPECT_EQ(StateAfterReopening(), before);
+}
+
 TEST_F(LegacyWriteFailure, RecordIsWrittenWholeOrNotAtAll)
 {
     Run(SetRecord, true);

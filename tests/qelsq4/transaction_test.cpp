@@ -251,6 +251,21 @@ TEST_F(Transaction, HostEndingItUnderTheGuardEndsTheGuard)
     EXPECT_EQ(Content(), "1");
 }
 
+TEST_F(Transaction, HostEndingItUnderNestedGuardsEndsThemOuterOneFirst)
+{
+    CSQLiteTransaction outer(&db, false);
+    CSQLiteTransaction inner(&db, false);
+    ASSERT_TRUE(outer.BeginTrans() && inner.BeginTrans());
+    ASSERT_EQ(db.ExecSQL(L"ROLLBACK"), 0);
+    EXPECT_FALSE(outer.Rollback());
+    EXPECT_FALSE(inner.Commit());
+    CSQLiteTransaction next(&db, false);
+    ASSERT_TRUE(next.BeginTrans());
+    ASSERT_EQ(db.ExecSQL(L"INSERT INTO t VALUES (1, 2)"), 0);
+    EXPECT_TRUE(next.Commit());
+    EXPECT_EQ(Content(), "1");
+}
+
 TEST_F(Transaction, NewGuardEndsOneWhoseTransactionHasGone)
 {
     CSQLiteTransaction stale(&db, false);
