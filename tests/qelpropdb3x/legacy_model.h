@@ -171,7 +171,7 @@ public:
         if (given) {
             t.usedIds.insert(record);
             if (record >= t.hint)
-                t.hint = std::min(record + 1, 4294967295UL);
+                t.hint = record < 4294967295UL ? record + 1 : record;
         } else {
             unsigned long id = t.hint;
             do {
