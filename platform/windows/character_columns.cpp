@@ -50,7 +50,8 @@ int CharacterColumns(char32_t character)
         return 0;
     const bool wide = (type & (C3_FULLWIDTH | C3_IDEOGRAPH)) != 0 ||
                       ((type & (C3_HIRAGANA | C3_KATAKANA)) != 0 && (type & C3_HALFWIDTH) == 0) ||
-                      (character >= 0xAC00 && character <= 0xD7A3); // Hangul syllables
+                      (character >= 0x1100 && character <= 0x115F) || // first consonants of Hangul
+                      (character >= 0xAC00 && character <= 0xD7A3);   // and its whole syllables
     return wide ? 2 : 1;
 }
 
