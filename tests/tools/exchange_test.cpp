@@ -191,9 +191,9 @@ TEST_P(Exchange, RegionalTextKeepsEveryDigit)
 
 TEST_P(Exchange, TextOfAFileIsKeptWholeOrRefused)
 {
-    Write(L"nul.bin", std::string("a\0b\n", 4));
+    Write(L"zero.bin", std::string("a\0b\n", 4));
     Write(L"bad.bin", "\xff\xfe");
-    Out("set cars.db Cars @1 Model@=nul.bin");
+    Out("set cars.db Cars @1 Model@=zero.bin");
     EXPECT_EQ(Out("get cars.db Cars @1 --blob Model"), std::string("a\0b\n", 4));
     EXPECT_EQ(Refusal("set cars.db Cars @1 Model@=bad.bin"),
               "4 qelprop: cars.db: column 'Model': 'bad.bin' is no text in UTF-8");
