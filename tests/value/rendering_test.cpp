@@ -49,7 +49,11 @@ TEST_P(PropertyRendering, ShowsWhatTheUserExpects)
 {
     const CLocaleEnvironment environment(GetParam().locale);
     SKIP_UNLESS_EXACTLY_IN_FORCE(environment);
-    EXPECT_EQ(qel::ToUtf8(GetParam().value.String()), qel::ToUtf8(GetParam().text));
+    const std::wstring text = GetParam().text;
+    if (text.find(L'\u202F') != text.npos || text.find(L"\u0E1E.\u0E28.") != text.npos) {
+        SKIP_WHERE_WINE_DIFFERS("has the wider no-break space, and counts Gregorian years in Thailand");
+    }
+    EXPECT_EQ(qel::ToUtf8(GetParam().value.String()), qel::ToUtf8(text));
 }
 
 INSTANTIATE_TEST_SUITE_P(
