@@ -2,6 +2,7 @@
 #include "progress.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cstdio>
 
 namespace tool {
@@ -55,9 +56,9 @@ std::string SizeText(unsigned long long bytes)
     for (; size >= 1023.95 && unit + 1 < std::size(kUnits); ++unit)
         size /= kStep;
     constexpr std::size_t kRoom = 32;
-    char text[kRoom];
-    std::snprintf(text, sizeof text, "%.1f %s", size, kUnits[unit]);
-    return text;
+    char text[kRoom]; // of to_chars: the point is a point whatever the locale of the process
+    const auto written = std::to_chars(text, text + kRoom, size, std::chars_format::fixed, 1);
+    return std::string(text, written.ptr) + ' ' + kUnits[unit];
 }
 
 std::string GroupedText(unsigned long long number)
