@@ -53,6 +53,9 @@ TEST_P(PropertyRendering, ShowsWhatTheUserExpects)
     if (text.find(L'\u202F') != text.npos || text.find(L"\u0E1E.\u0E28.") != text.npos) {
         SKIP_WHERE_WINE_DIFFERS("has the wider no-break space, and counts Gregorian years in Thailand");
     }
+    const std::string name = GetParam().name;
+    if (name == "DateOutsideTheCalendar" || name == "TimeOutsideTheCalendar")
+        SKIP_WHERE_WINE_DIFFERS("takes what is no number for day 0");
     EXPECT_EQ(qel::ToUtf8(GetParam().value.String()), qel::ToUtf8(text));
 }
 
