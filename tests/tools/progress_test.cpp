@@ -1,5 +1,5 @@
 // progress_test.cpp: how far long work has come.
-#include "names/names.h"
+#include "output/amount_text.h"
 #include "output/progress.h"
 
 #include "support/row_name.h"

@@ -1,6 +1,8 @@
 // failure.cpp: which exit status and which words a result code becomes.
 #include "failure.h"
 
+#include "text.h"
+
 #include <qellib4/qellib4.h>
 #include <qelplat4/native_path.h>
 #include <sqlite3.h>
@@ -42,7 +44,7 @@ bool KeepsLog(const std::string& file)
 {
     constexpr std::streamoff kReadVersion = 19;
     constexpr int kWithLog = 2;
-    std::ifstream header(qel::NativePath(TavCharConvert().UTF8ToUnicode(file)), std::ios::binary);
+    std::ifstream header(qel::NativePath(Wide(file)), std::ios::binary);
     header.seekg(kReadVersion);
     return header.get() == kWithLog;
 }
@@ -57,7 +59,7 @@ std::string WordsOf(unsigned int code)
     constexpr unsigned int kCodes = 100; // codes of the property database follow further up
     if (code > kSqlError && code < kSqlError + kCodes)
         return EngineWords(code);
-    std::string text = TavCharConvert().ToUTF8(qel::ResultText(code));
+    std::string text = Utf8(qel::ResultText(code));
     // Result texts are sentences; a message of the program goes on from its file name.
     if (text.size() > 1 && text[0] >= 'A' && text[0] <= 'Z' && !(text[1] >= 'A' && text[1] <= 'Z'))
         text[0] = static_cast<char>(text[0] - 'A' + 'a');
@@ -74,7 +76,7 @@ void ReplaceWords(SFailure& failure, const std::string& words)
 bool HasJournal(const std::string& file)
 {
     std::error_code error;
-    const std::filesystem::path journal = qel::NativePath(TavCharConvert().UTF8ToUnicode(file + "-journal"));
+    const std::filesystem::path journal = qel::NativePath(Wide(file + "-journal"));
     return std::filesystem::file_size(journal, error) > 0 && !error;
 }
 
@@ -93,6 +95,21 @@ void ExplainSideFiles(SFailure& failure)
 }
 
 } // namespace
+
+SFailure MakeFailure(EExit exit, const std::string& message, const std::string& hint)
+{
+    return {exit, {}, 0, message, hint, 0};
+}
+
+SFailure FileFailure(EExit exit, const std::string& file, const std::string& message, const std::string& hint)
+{
+    return {exit, file, 0, message, hint, 0};
+}
+
+SFailure LineFailure(EExit exit, unsigned long long line, const std::string& message, const std::string& hint)
+{
+    return {exit, {}, line, message, hint, 0};
+}
 
 EExit ExitOf(unsigned int code)
 {
@@ -113,18 +130,12 @@ void ExplainUnfinished(SFailure& failure)
 
 SFailure InterruptFailure()
 {
-    SFailure failure;
-    failure.exit = EExit::eInterrupt;
-    failure.message = "interrupted; nothing was saved";
-    return failure;
+    return MakeFailure(EExit::eInterrupt, "interrupted; nothing was saved");
 }
 
 SFailure FailureOf(unsigned int code, const std::string& file, const std::string& doing)
 {
-    SFailure failure;
-    failure.exit = ExitOf(code);
-    failure.file = file;
-    failure.message = (doing.empty() ? "" : doing + ": ") + WordsOf(code);
+    SFailure failure = FileFailure(ExitOf(code), file, (doing.empty() ? "" : doing + ": ") + WordsOf(code));
     failure.code = code;
     if (IsBusy(code))
         failure.hint = "another process holds the file; --timeout MS waits for it";

@@ -28,6 +28,15 @@ struct SFailure
     unsigned int code = 0;       ///< result code of the library; 0 for none
 };
 
+/// A failure in words of the program's own.
+SFailure MakeFailure(EExit exit, const std::string& message, const std::string& hint = {});
+/// The same about a file.
+SFailure FileFailure(EExit exit, const std::string& file, const std::string& message,
+                     const std::string& hint = {});
+/// The same about a line of an input file, which whoever knows its name puts in.
+SFailure LineFailure(EExit exit, unsigned long long line, const std::string& message,
+                     const std::string& hint = {});
+
 /// The exit status that stands for a result code of the library.
 EExit ExitOf(unsigned int code);
 

@@ -3,6 +3,7 @@
 
 #include "display_order.h"
 #include "patience.h"
+#include "text.h"
 
 #include <algorithm>
 
@@ -10,11 +11,6 @@ namespace tool {
 namespace {
 
 constexpr unsigned int kUnfinished = 17308; // of a reader: the store wants to be opened for writing once
-
-std::string Quote(const std::wstring& name)
-{
-    return "'" + TavCharConvert().ToUTF8(name) + "'";
-}
 
 /// Why a store does not open, which the database above it does not tell.
 unsigned int StoreCode(const std::wstring& path, bool readOnly)
@@ -43,7 +39,7 @@ std::unique_ptr<CPropertyFile> CLegacyFile::Open(const std::wstring& path, const
     const unsigned int code = CPatience(options.busyTimeout).Open([&] { return file->TryOpen(readOnly); });
     if (readOnly && code == kUnfinished) {
         SFailure failure = FailureOf(code, "", "cannot open");
-        failure.file = TavCharConvert().ToUTF8(path);
+        failure.file = Utf8(path);
         ExplainUnfinished(failure);
         throw failure;
     }
@@ -74,7 +70,7 @@ unsigned int CLegacyFile::TryOpen(bool readOnly)
 void CLegacyFile::Require(unsigned int code, const std::string& doing) const
 {
     if (code != qel::kSuccess)
-        throw FailureOf(code, TavCharConvert().ToUTF8(m_path), doing);
+        throw FailureOf(code, Utf8(m_path), doing);
 }
 
 void CLegacyFile::Begin()
@@ -159,7 +155,7 @@ void CLegacyFile::AddTable(CQelTable& table)
         ++place;
         added.Properties().columns.push_back(std::move(copy));
     }
-    Require(m_database.AddTable(added), "cannot add table " + Quote(table.Properties().name));
+    Require(m_database.AddTable(added), "cannot add table " + Quoted(table.Properties().name));
     table.Properties().oid = added.Properties().oid;
 }
 
@@ -167,7 +163,7 @@ void CLegacyFile::RenameTable(unsigned long tableOid, const std::wstring& name)
 {
     Begin();
     m_table = CQelTable3X();
-    Require(m_database.RenameTable(tableOid, name), "cannot rename the table to " + Quote(name));
+    Require(m_database.RenameTable(tableOid, name), "cannot rename the table to " + Quoted(name));
 }
 
 void CLegacyFile::RemoveTable(unsigned long tableOid)
@@ -189,7 +185,7 @@ unsigned long CLegacyFile::AddColumn(unsigned long tableOid, const CQelTable::SQ
     for (const CQelTable3X::SQelColumn& present : table.Columns())
         added.dataIndex = std::max(added.dataIndex, present.dataIndex + 1);
     m_table = CQelTable3X();
-    Require(m_database.TableAddColumn(tableOid, added), "cannot add column " + Quote(column.name));
+    Require(m_database.TableAddColumn(tableOid, added), "cannot add column " + Quoted(column.name));
     return added.oid;
 }
 
@@ -199,14 +195,15 @@ void CLegacyFile::ModifyColumn(unsigned long tableOid, const CQelTable::SQelColu
     CQelTable3X::SQelColumn modified = StoredColumn(tableOid, column.oid);
     static_cast<CQelTable::SQelColumn&>(modified) = column;
     m_table = CQelTable3X();
-    Require(m_database.TableModifyColumn(tableOid, modified), "cannot change column " + Quote(column.name));
+    Require(m_database.TableModifyColumn(tableOid, modified), "cannot change column " + Quoted(column.name));
 }
 
 void CLegacyFile::RenameColumn(unsigned long tableOid, unsigned long columnOid, const std::wstring& name)
 {
     Begin();
     m_table = CQelTable3X();
-    Require(m_database.RenameColumn(tableOid, columnOid, name), "cannot rename the column to " + Quote(name));
+    Require(m_database.RenameColumn(tableOid, columnOid, name),
+            "cannot rename the column to " + Quoted(name));
 }
 
 void CLegacyFile::RemoveColumn(unsigned long tableOid, unsigned long columnOid)

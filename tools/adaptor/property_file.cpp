@@ -3,6 +3,7 @@
 
 #include "legacy_file.h"
 #include "sqlite_file.h"
+#include "text.h"
 
 #include <qelplat4/native_path.h>
 
@@ -14,22 +15,6 @@ namespace tool {
 namespace {
 
 constexpr const char* kOtherFile = "the file is something else";
-
-std::string Utf8(const std::wstring& text)
-{
-    return TavCharConvert().ToUTF8(text);
-}
-
-SFailure Failure(EExit exit, const std::wstring& path, const std::string& message,
-                 const std::string& hint = {})
-{
-    SFailure failure;
-    failure.exit = exit;
-    failure.file = Utf8(path);
-    failure.message = message;
-    failure.hint = hint;
-    return failure;
-}
 
 bool Exists(const std::wstring& path)
 {
@@ -74,29 +59,28 @@ CPropertyFile::~CPropertyFile() = default;
 std::unique_ptr<CPropertyFile> CPropertyFile::Open(const std::wstring& path, const SOptions& options)
 {
     if (!Exists(path))
-        throw Failure(EExit::eNotFound, path, "no such file");
+        throw FileFailure(EExit::eNotFound, Utf8(path), "no such file");
     if (!std::ifstream(qel::NativePath(path), std::ios::binary).is_open())
-        throw Failure(EExit::eFailed, path, "no permission to read this file");
+        throw FileFailure(EExit::eFailed, Utf8(path), "no permission to read this file");
     if (KindOf(path) == EKind::eLegacy)
         return CLegacyFile::Open(path, options);
     if (IsOtherFile(path))
-        throw Failure(EExit::eNotFound, path,
-                      "no property database: neither an SQLite database nor a legacy store");
+        throw FileFailure(EExit::eNotFound, Utf8(path),
+                          "no property database: neither an SQLite database nor a legacy store");
     return CSQLiteFile::Open(path, options);
 }
 
 SFailure CPropertyFile::NotReplaced(const std::wstring& path, const std::string& why)
 {
-    return Failure(EExit::eRefused, path, why + ", and is never replaced",
-                   "name another file, or remove this one yourself");
+    return FileFailure(EExit::eRefused, Utf8(path), why + ", and is never replaced",
+                       "name another file, or remove this one yourself");
 }
 
 SFailure CPropertyFile::UnreadableRecord(unsigned int code, const std::wstring& path,
                                          const std::wstring& table, unsigned long recordOid)
 {
-    SFailure failure =
-        FailureOf(code, Utf8(path),
-                  "cannot read record @" + std::to_string(recordOid) + " of table '" + Utf8(table) + "'");
+    SFailure failure = FailureOf(
+        code, Utf8(path), "cannot read record @" + std::to_string(recordOid) + " of table " + Quoted(table));
     if (failure.exit == EExit::eFaults)
         failure.hint =
             "'qelprop check' lists what is damaged; 'export' and 'dump' leave it out with --skip-damaged";
@@ -107,7 +91,7 @@ std::unique_ptr<CPropertyFile> CPropertyFile::Create(const std::wstring& path, E
                                                      bool force, const SOptions& options)
 {
     if (!HasFolder(path))
-        throw Failure(EExit::eNotFound, path, "no such folder");
+        throw FileFailure(EExit::eNotFound, Utf8(path), "no such folder");
     const bool exists = Exists(path);
     const bool isStore = exists && KindOf(path) == EKind::eLegacy;
     if (kind == EKind::eSQLite) {
@@ -121,8 +105,8 @@ std::unique_ptr<CPropertyFile> CPropertyFile::Create(const std::wstring& path, E
     if (exists && !isStore)
         throw NotReplaced(path, kOtherFile);
     if (exists && !force)
-        throw Failure(EExit::eRefused, path, "the file holds a property database already",
-                      "--force drops its tables and every record in them");
+        throw FileFailure(EExit::eRefused, Utf8(path), "the file holds a property database already",
+                          "--force drops its tables and every record in them");
     return CLegacyFile::Create(path, options);
 }
 

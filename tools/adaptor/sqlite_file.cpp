@@ -2,6 +2,7 @@
 #include "sqlite_file.h"
 
 #include "display_order.h"
+#include "text.h"
 
 #include <sqlite3.h>
 
@@ -10,15 +11,6 @@
 #include <limits>
 
 namespace tool {
-namespace {
-
-std::string Quote(const std::wstring& name)
-{
-    return "'" + TavCharConvert().ToUTF8(name) + "'";
-}
-
-} // namespace
-
 CSQLiteFile::CSQLiteFile(const std::wstring& path, const SOptions& options)
     : m_path(path), m_options(options), m_patience(options.busyTimeout), m_database(nullptr)
 {
@@ -53,7 +45,7 @@ std::unique_ptr<CPropertyFile> CSQLiteFile::Create(const std::wstring& path, boo
     file->Begin();
     const bool exists = file->HasPropertyTables();
     if (exists && !force) {
-        SFailure failure = FailureOf(qel::kFileExists, TavCharConvert().ToUTF8(path), "");
+        SFailure failure = FailureOf(qel::kFileExists, Utf8(path), "");
         failure.message = "the file holds a property database already";
         failure.hint = "--force drops its tables and every record in them";
         throw failure;
@@ -95,18 +87,14 @@ bool CSQLiteFile::HasOtherTables()
 
 SFailure CSQLiteFile::NoPropertyTables() const
 {
-    SFailure failure;
-    failure.exit = EExit::eNotFound;
-    failure.file = TavCharConvert().ToUTF8(m_path);
-    failure.message = "the database has no property tables";
-    failure.hint = "'qelprop init' puts them in";
-    return failure;
+    return FileFailure(EExit::eNotFound, Utf8(m_path), "the database has no property tables",
+                       "'qelprop init' puts them in");
 }
 
 void CSQLiteFile::Require(unsigned int code, const std::string& doing) const
 {
     if (code != qel::kSuccess)
-        throw FailureOf(code, TavCharConvert().ToUTF8(m_path), doing);
+        throw FailureOf(code, Utf8(m_path), doing);
 }
 
 void CSQLiteFile::OpenConnection(bool readOnly)
@@ -199,7 +187,7 @@ void CSQLiteFile::AddTable(CQelTable& table)
     Begin();
     CQelTable ordered(table);
     NumberInOrder(ordered.Properties().columns);
-    const std::string doing = "cannot add table " + Quote(table.Properties().name);
+    const std::string doing = "cannot add table " + Quoted(table.Properties().name);
     const int before = sqlite3_total_changes(m_sqlite.Handle());
     Require(m_database.AddTable(ordered), doing);
     // The database does not ask whether its row was taken, which it is not where no journal can be made.
@@ -214,7 +202,7 @@ void CSQLiteFile::RenameTable(unsigned long tableOid, const std::wstring& name)
 {
     Begin();
     m_table = CQelTable();
-    Require(m_database.RenameTable(tableOid, name), "cannot rename the table to " + Quote(name));
+    Require(m_database.RenameTable(tableOid, name), "cannot rename the table to " + Quoted(name));
 }
 
 void CSQLiteFile::RemoveTable(unsigned long tableOid)
@@ -231,12 +219,12 @@ unsigned long CSQLiteFile::AddColumn(unsigned long tableOid, const CQelTable::SQ
     constexpr int kLast = 9999;
     CQelTable::SQelColumn added(column);
     added.displayOrder = kLast;
-    Require(m_database.TableAddColumn(tableOid, added), "cannot add column " + Quote(column.name));
+    Require(m_database.TableAddColumn(tableOid, added), "cannot add column " + Quoted(column.name));
     for (const CQelTable::SQelColumn& stored : Table(tableOid).Columns()) {
         if (stored.name == column.name)
             return stored.oid;
     }
-    throw FailureOf(qel::kNotFound, TavCharConvert().ToUTF8(m_path), "the new column cannot be found");
+    throw FailureOf(qel::kNotFound, Utf8(m_path), "the new column cannot be found");
 }
 
 void CSQLiteFile::ModifyColumn(unsigned long tableOid, const CQelTable::SQelColumn& column)
@@ -244,14 +232,15 @@ void CSQLiteFile::ModifyColumn(unsigned long tableOid, const CQelTable::SQelColu
     Begin();
     m_table = CQelTable();
     CQelTable::SQelColumn modified(column);
-    Require(m_database.TableModifyColumn(tableOid, modified), "cannot change column " + Quote(column.name));
+    Require(m_database.TableModifyColumn(tableOid, modified), "cannot change column " + Quoted(column.name));
 }
 
 void CSQLiteFile::RenameColumn(unsigned long tableOid, unsigned long columnOid, const std::wstring& name)
 {
     Begin();
     m_table = CQelTable();
-    Require(m_database.RenameColumn(tableOid, columnOid, name), "cannot rename the column to " + Quote(name));
+    Require(m_database.RenameColumn(tableOid, columnOid, name),
+            "cannot rename the column to " + Quoted(name));
 }
 
 void CSQLiteFile::RemoveColumn(unsigned long tableOid, unsigned long columnOid)

@@ -1,6 +1,7 @@
 // backup_command.cpp: the command backup.
 #include "care.h"
 #include "exchange/new_file.h"
+#include "output/amount_text.h"
 #include "output/part_file.h"
 #include "output/progress.h"
 

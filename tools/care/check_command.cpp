@@ -2,8 +2,8 @@
 #include "care.h"
 #include "definition_check.h"
 #include "names/names.h"
+#include "output/amount_text.h"
 #include "output/output.h"
-#include "output/progress.h"
 #include "value_check.h"
 
 namespace tool {
@@ -22,7 +22,7 @@ std::unique_ptr<CPropertyFile> OpenOrFind(CContext& context, CFindings& findings
     }
 }
 
-void CheckFile(CContext& context, CPropertyFile& file, CFindings& findings, SChecked& checked)
+void CheckFile(CContext& context, CPropertyFile& file, CFindings& findings, STally& checked)
 {
     const std::vector<CQelTable> tables = file.Tables();
     checked.tables = tables.size();
@@ -40,14 +40,13 @@ EExit RunCheck(CContext& context)
     constexpr unsigned long kUsual = 1000;
     COutput output(context);
     CFindings findings(context, output.Stream(), context.Arguments().Number("--limit", kUsual));
-    SChecked checked;
+    STally checked;
     if (const std::unique_ptr<CPropertyFile> file = OpenOrFind(context, findings))
         CheckFile(context, *file, findings, checked);
     findings.Finish();
     output.Finish();
     context.Tell((findings.Count() == 0 ? "no faults" : Counted(findings.Count(), "fault")) + " in " +
-                 Counted(checked.tables, "table") + ", " + Counted(checked.records, "record") + ", " +
-                 Counted(checked.values, "value"));
+                 CountsText(checked));
     if (findings.IsDamaged())
         context.Tell(
             "hint: 'qelprop dump --skip-damaged' carries out what can be read; a backup may have the rest");

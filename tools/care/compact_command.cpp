@@ -1,9 +1,9 @@
 // compact_command.cpp: the command compact.
 #include "adaptor/patience.h"
 #include "care.h"
+#include "output/amount_text.h"
 #include "output/output.h"
 #include "output/part_file.h"
-#include "output/progress.h"
 
 #include <qelplat4/native_path.h>
 #include <qelplat4/terminal.h>

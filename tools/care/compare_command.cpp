@@ -1,8 +1,8 @@
 // compare_command.cpp: the command compare.
 #include "care.h"
 #include "comparison.h"
+#include "output/amount_text.h"
 #include "output/output.h"
-#include "output/progress.h"
 
 namespace tool {
 
@@ -13,12 +13,11 @@ EExit RunCompare(CContext& context)
     constexpr unsigned long kUsual = 1000;
     COutput output(context);
     CFindings findings(context, output.Stream(), context.Arguments().Number("--limit", kUsual));
-    const SCompared compared = Compare(context, *left, *right, findings);
+    const STally compared = Compare(context, *left, *right, findings);
     findings.Finish();
     output.Finish();
     if (findings.Count() > 0) {
-        context.Tell(GroupedText(findings.Count()) +
-                     (findings.Count() == 1 ? " difference" : " differences"));
+        context.Tell(Counted(findings.Count(), "difference"));
         return EExit::eFaults;
     }
     context.Tell("alike: " + CountsText(compared));

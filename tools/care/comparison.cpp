@@ -60,7 +60,7 @@ public:
     {}
 
     void CompareDefinition(const TTables& leftTables, const TTables& rightTables);
-    void CompareRecords(SCompared& compared);
+    void CompareRecords(STally& compared);
 
 private:
     void Differ(unsigned long record, const std::string& column, const std::string& message)
@@ -72,7 +72,7 @@ private:
     void CompareColumns(const SColumn& left, const SColumn& right, const TTables& leftTables,
                         const TTables& rightTables);
     void MatchColumns();
-    void CompareRecord(unsigned long oid, SCompared& compared);
+    void CompareRecord(unsigned long oid, STally& compared);
 
     CContext& m_context;
     CPropertyFile& m_left;
@@ -147,7 +147,7 @@ void CTablePair::CompareDefinition(const TTables& leftTables, const TTables& rig
         CompareColumns(m_leftTable.Columns()[left], m_rightTable.Columns()[right], leftTables, rightTables);
 }
 
-void CTablePair::CompareRecord(unsigned long oid, SCompared& compared)
+void CTablePair::CompareRecord(unsigned long oid, STally& compared)
 {
     const bool inLeft = m_left.GetRecord(m_leftTable.Properties().oid, oid, m_leftRecord);
     const bool inRight = m_right.GetRecord(m_rightTable.Properties().oid, oid, m_rightRecord);
@@ -165,7 +165,7 @@ void CTablePair::CompareRecord(unsigned long oid, SCompared& compared)
     }
 }
 
-void CTablePair::CompareRecords(SCompared& compared)
+void CTablePair::CompareRecords(STally& compared)
 {
     std::vector<unsigned long> oids = m_left.RecordOids(m_leftTable.Properties().oid);
     const std::vector<unsigned long> others = m_right.RecordOids(m_rightTable.Properties().oid);
@@ -190,9 +190,9 @@ const CQelTable* TableNamed(const TTables& tables, const std::wstring& name)
 
 } // namespace
 
-SCompared Compare(CContext& context, CPropertyFile& left, CPropertyFile& right, CFindings& findings)
+STally Compare(CContext& context, CPropertyFile& left, CPropertyFile& right, CFindings& findings)
 {
-    SCompared compared;
+    STally compared;
     const TTables leftTables = left.Tables();
     const TTables rightTables = right.Tables();
     for (const CQelTable& table : leftTables) {
@@ -211,15 +211,6 @@ SCompared Compare(CContext& context, CPropertyFile& left, CPropertyFile& right, 
             findings.Add({"different", Utf8(table.Properties().name), 0, "", kOnlySecond});
     }
     return compared;
-}
-
-std::string CountsText(const SCompared& compared)
-{
-    const auto counted = [](unsigned long long count, const char* thing) {
-        return GroupedText(count) + ' ' + thing + (count == 1 ? "" : "s");
-    };
-    return counted(compared.tables, "table") + ", " + counted(compared.records, "record") + ", " +
-           counted(compared.values, "value");
 }
 
 } // namespace tool

@@ -1,8 +1,9 @@
 // findings.cpp: where first, then what.
 #include "findings.h"
 
+#include "output/amount_text.h"
 #include "output/json_writer.h"
-#include "output/progress.h"
+#include "output/output.h"
 #include "output/screen_text.h"
 
 namespace tool {
@@ -34,6 +35,12 @@ std::string Json(const SFinding& finding)
 
 } // namespace
 
+std::string CountsText(const STally& tally)
+{
+    return Counted(tally.tables, "table") + ", " + Counted(tally.records, "record") + ", " +
+           Counted(tally.values, "value");
+}
+
 void CFindings::Add(const SFinding& finding)
 {
     for (const char* const kind : {"open", "engine", "damaged"})
@@ -41,11 +48,7 @@ void CFindings::Add(const SFinding& finding)
     if (++m_count > m_limit && m_limit != 0)
         return;
     m_out << (m_json ? Json(finding) : OneLine(Wide(Where(finding) + finding.message))) << '\n';
-    if (m_out)
-        return;
-    SFailure failure;
-    failure.message = "cannot write the output";
-    throw failure;
+    RequireWritten(m_out);
 }
 
 void CFindings::Finish()

@@ -7,6 +7,17 @@
 
 namespace tool {
 
+/// What was looked at.
+struct STally
+{
+    unsigned long long tables = 0;
+    unsigned long long records = 0;
+    unsigned long long values = 0; ///< Nulls are none
+};
+
+/// "2 tables, 12,034 records, 96,272 values"
+std::string CountsText(const STally& tally);
+
 /// Something that is not as it should be, and where.
 struct SFinding
 {

@@ -21,7 +21,7 @@ class CLegacyCheck
 {
 public:
     CLegacyCheck(CContext& context, CPropertyFile& file, const std::vector<CQelTable>& tables,
-                 CFindings& findings, SChecked& checked)
+                 CFindings& findings, STally& checked)
         : m_context(context), m_file(file), m_database(*file.LegacyDatabase()), m_tables(tables),
           m_findings(findings), m_checked(checked), m_values(file, findings)
     {}
@@ -45,7 +45,7 @@ private:
     CQelPropDB3X& m_database;
     const std::vector<CQelTable>& m_tables;
     CFindings& m_findings;
-    SChecked& m_checked;
+    STally& m_checked;
     CValueCheck m_values;
 };
 
@@ -147,7 +147,7 @@ void CLegacyCheck::CheckRecords(const CQelTable& table)
 } // namespace
 
 void CheckLegacy(CContext& context, CPropertyFile& file, const std::vector<CQelTable>& tables,
-                 CFindings& findings, SChecked& checked)
+                 CFindings& findings, STally& checked)
 {
     CLegacyCheck check(context, file, tables, findings, checked);
     check.CheckStore();

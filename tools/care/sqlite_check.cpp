@@ -22,7 +22,7 @@ class CSQLiteCheck
 {
 public:
     CSQLiteCheck(CContext& context, CPropertyFile& file, const std::vector<CQelTable>& tables,
-                 CFindings& findings, SChecked& checked)
+                 CFindings& findings, STally& checked)
         : m_context(context), m_connection(*file.Connection()), m_findings(findings), m_checked(checked),
           m_values(file, findings)
     {
@@ -56,7 +56,7 @@ private:
     CContext& m_context;
     CQelSQLite& m_connection;
     CFindings& m_findings;
-    SChecked& m_checked;
+    STally& m_checked;
     CValueCheck m_values;
     std::map<long long, const CQelTable*> m_tables;
 };
@@ -191,7 +191,7 @@ void CSQLiteCheck::CheckValueRows()
 } // namespace
 
 void CheckSQLite(CContext& context, CPropertyFile& file, const std::vector<CQelTable>& tables,
-                 CFindings& findings, SChecked& checked)
+                 CFindings& findings, STally& checked)
 {
     CSQLiteCheck check(context, file, tables, findings, checked);
     try {

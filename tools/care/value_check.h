@@ -5,14 +5,6 @@
 
 namespace tool {
 
-/// What was looked at.
-struct SChecked
-{
-    unsigned long long tables = 0;
-    unsigned long long records = 0;
-    unsigned long long values = 0; ///< Nulls are none
-};
-
 /// Looks at values one by one.
 class CValueCheck
 {
@@ -32,10 +24,10 @@ private:
 /// Checks what only an SQLite database has: its engine, and rows that the library passes over. Every value
 /// is read from its row.
 void CheckSQLite(CContext& context, CPropertyFile& file, const std::vector<CQelTable>& tables,
-                 CFindings& findings, SChecked& checked);
+                 CFindings& findings, STally& checked);
 /// Checks what only a record store has: checksums, slots, and records under no table's selector. Every
 /// record is read.
 void CheckLegacy(CContext& context, CPropertyFile& file, const std::vector<CQelTable>& tables,
-                 CFindings& findings, SChecked& checked);
+                 CFindings& findings, STally& checked);
 
 } // namespace tool

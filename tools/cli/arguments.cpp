@@ -34,11 +34,7 @@ unsigned long CArguments::Number(const std::string& key, unsigned long absent, u
 
 SFailure UsageFailure(const std::string& message, const std::string& hint)
 {
-    SFailure failure;
-    failure.exit = EExit::eUsage;
-    failure.message = message;
-    failure.hint = hint;
-    return failure;
+    return MakeFailure(EExit::eUsage, message, hint);
 }
 
 } // namespace tool

@@ -20,8 +20,7 @@ enum class ENames
     eColumnList, ///< columns and @oid, parted by commas
     eAssignment, ///< NAME=VALUE or NAME@=FILE
     eColumnSpec, ///< NAME:TYPE
-    eType,
-    eFolder
+    eType
 };
 
 /// An option of one command, or of the whole program.

@@ -22,12 +22,8 @@ std::unique_ptr<CDovLogfile> MakeLog(const CArguments& arguments, std::ostream& 
     constexpr int kEverything = 4;
     log->SetLevel(verbosity > 1 || arguments.Has("--log") ? kEverything : kUsual);
     log->SetStreamLevel(verbosity > 1 ? kEverything : kUsual);
-    if (arguments.Has("--log") && !log->Open(Wide(arguments.Text("--log")))) {
-        SFailure failure;
-        failure.file = arguments.Text("--log");
-        failure.message = "cannot open the log file";
-        throw failure;
-    }
+    if (arguments.Has("--log") && !log->Open(Wide(arguments.Text("--log"))))
+        throw FileFailure(EExit::eFailed, arguments.Text("--log"), "cannot open the log file");
     return log;
 }
 
@@ -124,33 +120,16 @@ void CContext::Confirm(const std::string& question)
 {
     if (m_arguments.Has("--yes") || IsDryRun())
         return;
-    SFailure refusal;
-    refusal.exit = EExit::eRefused;
-    if (!m_surroundings.inIsTerminal || !m_surroundings.errIsTerminal) {
-        refusal.exit = EExit::eUsage;
-        refusal.message = "cannot ask whether to " + question + ": no terminal";
-        refusal.hint = "--yes goes on without asking";
-        throw refusal;
-    }
+    if (!m_surroundings.inIsTerminal || !m_surroundings.errIsTerminal)
+        throw UsageFailure("cannot ask whether to " + question + ": no terminal",
+                           "--yes goes on without asking");
     Err() << question << "? [y/N] " << std::flush;
     std::string answer;
     qel::CatchInterrupts(false); // nothing is open yet, so that Ctrl+C may end the program here
     std::getline(In(), answer);
     qel::CatchInterrupts(true);
-    if (answer != "y" && answer != "Y" && answer != "yes") {
-        refusal.message = "not confirmed; nothing was changed";
-        throw refusal;
-    }
-}
-
-std::wstring Wide(const std::string& utf8)
-{
-    return TavCharConvert().UTF8ToUnicode(utf8);
-}
-
-std::string Utf8(const std::wstring& text)
-{
-    return TavCharConvert().ToUTF8(text);
+    if (answer != "y" && answer != "Y" && answer != "yes")
+        throw MakeFailure(EExit::eRefused, "not confirmed; nothing was changed");
 }
 
 } // namespace tool

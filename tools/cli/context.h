@@ -2,6 +2,7 @@
 #pragma once
 
 #include "adaptor/property_file.h"
+#include "adaptor/text.h"
 #include "arguments.h"
 
 #include <istream>
@@ -81,9 +82,5 @@ private:
     CArguments m_arguments;
     std::unique_ptr<CDovLogfile> m_log;
 };
-
-/// Text of the command line as the library takes it, and back.
-std::wstring Wide(const std::string& utf8);
-std::string Utf8(const std::wstring& text);
 
 } // namespace tool

@@ -1,6 +1,8 @@
 // log_on_stream.cpp: one short line for every entry of the log.
 #include "log_on_stream.h"
 
+#include "adaptor/text.h"
+
 namespace tool {
 
 bool CLogOnStream::Write(const SEntry& entry)
@@ -8,7 +10,7 @@ bool CLogOnStream::Write(const SEntry& entry)
     if (m_stream != nullptr && entry.level <= m_streamLevel) {
         const char* const kind = entry.kind == eError ? "error: " : entry.kind == eWarning ? "warning: " : "";
         const std::wstring code = entry.code == 0 ? L"" : L" (" + std::to_wstring(entry.code) + L")";
-        *m_stream << "log: " << kind << TavCharConvert().ToUTF8(entry.text + code) << '\n';
+        *m_stream << "log: " << kind << Utf8(entry.text + code) << '\n';
     }
     CDovLogfile::Write(entry);
     return true;

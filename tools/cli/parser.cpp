@@ -1,6 +1,7 @@
 // parser.cpp: makes a CLI11 parser out of the commands' descriptions and reads its results.
 #include "parser.h"
 
+#include "adaptor/text.h"
 #include "commands.h"
 #include "help.h"
 #include "suggestion.h"
@@ -201,7 +202,7 @@ std::vector<std::string> ReadUpToCommand(const std::vector<std::string>& argumen
 std::string SwappedHint(const std::string& name, const std::vector<std::string>& unread)
 {
     std::error_code error;
-    const bool isFile = std::filesystem::exists(qel::NativePath(TavCharConvert().UTF8ToUnicode(name)), error);
+    const bool isFile = std::filesystem::exists(qel::NativePath(Wide(name)), error);
     const bool swapped = unread.size() > 1 && FindCommand(unread[1]) != nullptr;
     if (!isFile && !swapped)
         return "'qelprop --help' lists them";

@@ -59,13 +59,6 @@ EExit ParseAndRun(const std::vector<std::string>& arguments, const SSurroundings
     return RunInvocation(ParseCommandLine(arguments), surroundings);
 }
 
-SFailure UnknownFailure(const std::string& what)
-{
-    SFailure failure;
-    failure.message = what;
-    return failure;
-}
-
 /// Runs, and catches what was thrown. @return whether it went well
 bool RunGuarded(const std::vector<std::string>& arguments, const SSurroundings& surroundings, EExit& exit,
                 SFailure& failure)
@@ -80,9 +73,9 @@ bool RunGuarded(const std::vector<std::string>& arguments, const SSurroundings& 
         thrown->Delete();
         failure = FailureOf(qel::kFrameworkException, "", "");
     } catch (const std::bad_alloc&) {
-        failure = UnknownFailure("out of memory");
+        failure = MakeFailure(EExit::eFailed, "out of memory");
     } catch (const std::exception& thrown) {
-        failure = UnknownFailure(thrown.what());
+        failure = MakeFailure(EExit::eFailed, thrown.what());
     }
     return false;
 }
@@ -99,7 +92,7 @@ int RunProgram(const std::vector<std::string>& arguments, const SSurroundings& s
         if (qel::IsOutputClosed())
             return kClosedPipe;
         if (done)
-            failure = UnknownFailure("cannot write the output");
+            failure = MakeFailure(EExit::eFailed, "cannot write the output");
         done = false;
     }
     if (done)

@@ -4,6 +4,7 @@
 #include "exchange/neutral_text.h"
 #include "exchange/type_name.h"
 #include "names/stored_values.h"
+#include "output/amount_text.h"
 #include "referrers.h"
 
 #include <algorithm>
@@ -24,11 +25,7 @@ void ApplyOptions(const CArguments& arguments, CQelTable::SQelColumn& column)
 
 SFailure Refusal(const CQelTable::SQelColumn& column, const std::string& message, const std::string& hint)
 {
-    SFailure failure;
-    failure.exit = EExit::eRefused;
-    failure.message = "column " + Quoted(column.name) + ": " + message;
-    failure.hint = hint;
-    return failure;
+    return MakeFailure(EExit::eRefused, "column " + Quoted(column.name) + ": " + message, hint);
 }
 
 /// A default keeps its meaning when the column's type changes, or the change is refused.

@@ -6,15 +6,10 @@
 namespace tool {
 namespace {
 
-SFailure Refusal(CPropertyFile& file, const CQelTable& table, const CQelTable::SQelColumn& column,
-                 const std::string& message)
+SFailure Refusal(CPropertyFile& file, const std::string& place, const std::string& suffix)
 {
-    SFailure failure;
-    failure.exit = EExit::eRefused;
-    failure.file = TavCharConvert().ToUTF8(file.Path());
-    failure.message = message;
-    failure.hint =
-        "remove column " + Quoted(column.name) + " of table " + Quoted(table.Properties().name) + " first";
+    SFailure failure =
+        FileFailure(EExit::eRefused, Utf8(file.Path()), place + suffix, "remove " + place + " first");
     failure.code = qel::kStillReferenced;
     return failure;
 }
@@ -31,7 +26,7 @@ void RefuseWhere(CPropertyFile& file, const CNames& names, const std::string& su
     for (const CQelTable& table : names.Tables()) {
         for (const CQelTable::SQelColumn& column : table.Columns()) {
             if (column.type == CQelProperty::eReference && test(table, column))
-                throw Refusal(file, table, column, Place(table, column) + suffix);
+                throw Refusal(file, Place(table, column), suffix);
         }
     }
 }
@@ -68,9 +63,7 @@ void RefuseTwins(const std::vector<CQelTable::SQelColumn>& columns)
     for (const CQelTable::SQelColumn& column : columns) {
         if (seen.insert(column.name).second)
             continue;
-        SFailure failure;
-        failure.exit = EExit::eRefused;
-        failure.message = "column " + Quoted(column.name) + " is given twice";
+        SFailure failure = MakeFailure(EExit::eRefused, "column " + Quoted(column.name) + " is given twice");
         failure.code = qel::kNameInUse;
         throw failure;
     }

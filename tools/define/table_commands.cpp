@@ -2,6 +2,7 @@
 #include "column_spec.h"
 #include "define.h"
 #include "names/stored_values.h"
+#include "output/amount_text.h"
 #include "referrers.h"
 
 namespace tool {

@@ -13,17 +13,6 @@ constexpr std::size_t kChunk = 1 << 16;
 constexpr std::size_t kLargestRow = std::size_t{1} << 30; // an open quote would gather the rest of the file
 constexpr char kMark[] = "\xef\xbb\xbf";
 
-SFailure Failure(EExit exit, unsigned long long line, const std::string& message,
-                 const std::string& hint = {})
-{
-    SFailure failure;
-    failure.exit = exit;
-    failure.line = line;
-    failure.message = message;
-    failure.hint = hint;
-    return failure;
-}
-
 /// Blanks around a field belong to it.
 int NoSpace(unsigned char)
 {
@@ -70,7 +59,7 @@ bool CCsvReader::Fill()
 {
     m_in.read(m_buffer.data(), static_cast<std::streamsize>(m_buffer.size()));
     if (m_in.bad())
-        throw Failure(EExit::eFailed, m_line, "cannot read on");
+        throw LineFailure(EExit::eFailed, m_line, "cannot read on");
     m_place = 0;
     m_size = static_cast<std::size_t>(m_in.gcount());
     const bool first = m_bytesRead == 0;
@@ -84,14 +73,14 @@ void CCsvReader::Feed(const char* begin, std::size_t size)
 {
     m_rowBytes += size;
     if (m_rowBytes > kLargestRow)
-        throw Failure(EExit::eRefused, m_row.line, "a row of over 1 GiB", "is a quote left open?");
+        throw LineFailure(EExit::eRefused, m_row.line, "a row of over 1 GiB", "is a quote left open?");
     const std::size_t taken = csv_parse(&m_parser, begin, size, OnField, OnRow, this);
     if (taken == size)
         return;
     if (csv_error(&m_parser) == CSV_ENOMEM)
         throw std::bad_alloc();
-    throw Failure(EExit::eRefused, m_line, "a quote stands where none may be",
-                  "a text with quotes is written in quotes, with each quote inside twice");
+    throw LineFailure(EExit::eRefused, m_line, "a quote stands where none may be",
+                      "a text with quotes is written in quotes, with each quote inside twice");
 }
 
 bool CCsvReader::FeedLine()
@@ -128,7 +117,7 @@ void CCsvReader::End()
 {
     m_atEnd = true;
     if (csv_fini(&m_parser, OnField, OnRow, this) != 0)
-        throw Failure(EExit::eRefused, m_row.line, "a quoted text is not closed");
+        throw LineFailure(EExit::eRefused, m_row.line, "a quoted text is not closed");
 }
 
 bool CCsvReader::Next(SCsvRow& row)

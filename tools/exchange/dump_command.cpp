@@ -42,11 +42,7 @@ private:
     void Line(const nlohmann::ordered_json& json)
     {
         m_out << JsonText(json) << '\n';
-        if (m_out)
-            return;
-        SFailure failure;
-        failure.message = "cannot write the output";
-        throw failure;
+        RequireWritten(m_out);
     }
 
     void DumpRecords(const CQelTable& table)

@@ -19,13 +19,11 @@ void CheckTypes(const CQelTable& table, unsigned long oid, const CRecord& record
         const CQelProperty::EType type = record[index].value.GetType();
         if (type == CQelProperty::eNull || type == column.type)
             continue;
-        SFailure failure;
-        failure.exit = EExit::eRefused;
-        failure.message = "record @" + std::to_string(oid) + ", column " + Quoted(column.name) +
-                          ": the value is of type " + TypeName(type) + ", the column of type " +
-                          TypeName(column.type);
-        failure.hint = "'check' lists such values, 'dump' carries them";
-        throw failure;
+        throw MakeFailure(EExit::eRefused,
+                          "record @" + std::to_string(oid) + ", column " + Quoted(column.name) +
+                              ": the value is of type " + TypeName(type) + ", the column of type " +
+                              TypeName(column.type),
+                          "'check' lists such values, 'dump' carries them");
     }
 }
 

@@ -4,6 +4,7 @@
 #include "cli/failure_text.h"
 #include "importer.h"
 #include "input.h"
+#include "output/amount_text.h"
 #include "output/output.h"
 #include "output/progress.h"
 #include "output/row_writer.h"
@@ -159,9 +160,8 @@ EExit RunImport(CContext& context)
     const unsigned long long refused = PutAll(context, *source, importer, input);
     context.Finish(*file);
     const bool dry = context.IsDryRun();
-    context.Tell((dry ? "would have imported " : "imported ") + GroupedText(importer.Added()) +
-                 (importer.Added() == 1 ? " record" : " records") + ", replaced " +
-                 GroupedText(importer.Replaced()) + ", refused " + GroupedText(refused));
+    context.Tell((dry ? "would have imported " : "imported ") + Counted(importer.Added(), "record") +
+                 ", replaced " + GroupedText(importer.Replaced()) + ", refused " + GroupedText(refused));
     return EExit::eDone;
 }
 

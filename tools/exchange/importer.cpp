@@ -38,16 +38,6 @@ CImporter::CImporter(CPropertyFile& file, const CQelTable& table, const SRules& 
         m_keys = std::make_unique<CKeyIndex>(file, table.Properties().oid, rules.keyColumn);
 }
 
-SFailure CImporter::Refusal(const SSourceRecord& record, const std::string& message, const std::string& hint)
-{
-    SFailure failure;
-    failure.exit = EExit::eRefused;
-    failure.line = record.line;
-    failure.message = message;
-    failure.hint = hint;
-    return failure;
-}
-
 const CQelProperty* CImporter::KeyOf(const SSourceRecord& record) const
 {
     CRecord::const_iterator key;
@@ -65,10 +55,10 @@ unsigned long CImporter::Match(const SSourceRecord& record) const
         return 0;
     const CQelProperty* key = KeyOf(record);
     if (key == nullptr)
-        throw Refusal(record, "the record has no value for the key");
+        throw LineFailure(EExit::eRefused, record.line, "the record has no value for the key");
     const unsigned long oid = m_keys->Find(*key);
     if (oid == CKeyIndex::kSeveral)
-        throw Refusal(record, "several records have this key");
+        throw LineFailure(EExit::eRefused, record.line, "several records have this key");
     return oid;
 }
 
@@ -76,8 +66,9 @@ void CImporter::Add(SSourceRecord& record)
 {
     const unsigned long tableOid = m_table.Properties().oid;
     if (record.oid != 0 && m_file.HasRecord(tableOid, record.oid))
-        throw Refusal(record, "there is a record @" + std::to_string(record.oid) + " already",
-                      "--key @oid writes over it, --new-oids adds another record");
+        throw LineFailure(EExit::eRefused, record.line,
+                          "there is a record @" + std::to_string(record.oid) + " already",
+                          "--key @oid writes over it, --new-oids adds another record");
     if (m_rules.defaults)
         AddDefaults(m_table, record.values);
     const unsigned long oid = m_file.AddRecord(tableOid, record.values, record.oid);

@@ -47,8 +47,6 @@ private:
     const CQelProperty* KeyOf(const SSourceRecord& record) const;
     unsigned long Match(const SSourceRecord& record) const;
     void Add(SSourceRecord& record);
-    static SFailure Refusal(const SSourceRecord& record, const std::string& message,
-                            const std::string& hint = {});
 
     CPropertyFile& m_file;
     const CQelTable& m_table;

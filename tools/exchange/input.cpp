@@ -16,21 +16,17 @@ bool BeginsWith(const std::string& text, const std::string& start)
 /// Refuses what is no text, by its first bytes.
 void CheckText(const std::string& start, const std::string& name)
 {
-    SFailure failure;
-    failure.exit = EExit::eRefused;
-    failure.file = name;
-    if (BeginsWith(start, "\xFF\xFE") || BeginsWith(start, "\xFE\xFF")) {
-        failure.message = "this is text in UTF-16, and UTF-8 is wanted";
-        failure.hint = "iconv -f UTF-16 -t UTF-8 FILE, or save it as UTF-8";
-    } else if (BeginsWith(start, "\x1F\x8B")) {
-        failure.message = "this is packed";
-        failure.hint = "gzip -dc FILE unpacks it; - reads what it prints";
-    } else if (BeginsWith(start, std::string("SQLite format 3\0", 16))) {
-        failure.message = "this is a database, and text is wanted";
-        failure.hint = "'qelprop export' and 'qelprop dump' make text of one";
-    }
-    if (!failure.message.empty())
-        throw failure;
+    const auto refuse = [&](const char* message, const char* hint) {
+        throw FileFailure(EExit::eRefused, name, message, hint);
+    };
+    if (BeginsWith(start, "\xFF\xFE") || BeginsWith(start, "\xFE\xFF"))
+        refuse("this is text in UTF-16, and UTF-8 is wanted",
+               "iconv -f UTF-16 -t UTF-8 FILE, or save it as UTF-8");
+    if (BeginsWith(start, "\x1F\x8B"))
+        refuse("this is packed", "gzip -dc FILE unpacks it; - reads what it prints");
+    if (BeginsWith(start, std::string("SQLite format 3\0", 16)))
+        refuse("this is a database, and text is wanted",
+               "'qelprop export' and 'qelprop dump' make text of one");
 }
 
 } // namespace
@@ -51,13 +47,17 @@ CInput::CInput(CContext& context)
             CheckStart();
         return;
     }
-    SFailure failure;
-    failure.exit = EExit::eNotFound;
-    failure.file = m_name;
-    failure.message = isFolder                               ? "this is a folder"
-                      : std::filesystem::exists(path, error) ? "cannot read this file"
-                                                             : "no such file";
-    throw failure;
+    throw UnreadableFile(m_name);
+}
+
+SFailure UnreadableFile(const std::string& name)
+{
+    std::error_code error;
+    const std::filesystem::file_status status = std::filesystem::status(qel::NativePath(Wide(name)), error);
+    return FileFailure(EExit::eNotFound, name,
+                       std::filesystem::is_directory(status) ? "this is a folder"
+                       : std::filesystem::exists(status)     ? "cannot read this file"
+                                                             : "no such file");
 }
 
 void CInput::CheckStart()

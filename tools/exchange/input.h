@@ -30,4 +30,7 @@ private:
     unsigned long long m_size = 0;
 };
 
+/// What is wrong with a file that cannot be opened.
+SFailure UnreadableFile(const std::string& name);
+
 } // namespace tool

@@ -18,22 +18,14 @@ bool IsBlank(int letter)
 
 void CJsonElements::Fail(const char* message) const
 {
-    SFailure failure;
-    failure.exit = EExit::eRefused;
-    failure.line = m_line;
-    failure.message = message;
-    throw failure;
+    throw LineFailure(EExit::eRefused, m_line, message);
 }
 
 int CJsonElements::Take()
 {
     const int letter = m_in.get();
-    if (letter == kEnd && m_in.bad()) {
-        SFailure failure;
-        failure.line = m_line;
-        failure.message = "cannot read on";
-        throw failure;
-    }
+    if (letter == kEnd && m_in.bad())
+        throw LineFailure(EExit::eFailed, m_line, "cannot read on");
     if (letter == '\n')
         ++m_line;
     m_bytesRead += letter == kEnd ? 0 : 1;

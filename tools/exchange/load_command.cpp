@@ -3,6 +3,7 @@
 #include "exchange_commands.h"
 #include "input.h"
 #include "new_file.h"
+#include "output/amount_text.h"
 #include "output/progress.h"
 #include "transfer.h"
 
@@ -42,9 +43,7 @@ EExit RunLoad(CContext& context)
     }
     target.Publish();
     context.Tell(std::string(context.IsDryRun() ? "would have loaded " : "loaded ") +
-                 GroupedText(reader.Tables().size()) +
-                 (reader.Tables().size() == 1 ? " table, " : " tables, ") + GroupedText(records) +
-                 (records == 1 ? " record" : " records"));
+                 Counted(reader.Tables().size(), "table") + ", " + Counted(records, "record"));
     return EExit::eDone;
 }
 

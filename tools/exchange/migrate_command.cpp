@@ -4,6 +4,7 @@
 #include "care/comparison.h"
 #include "names/names.h"
 #include "new_file.h"
+#include "output/amount_text.h"
 #include "output/output.h"
 #include "output/progress.h"
 #include "transfer.h"
@@ -41,7 +42,7 @@ EExit RunMigrate(CContext& context)
     const std::string kind = KindName(target.File().Kind());
     COutput output(context);
     CFindings findings(context, output.Stream());
-    SCompared compared;
+    STally compared;
     try {
         CopyAll(context, *source, target.File());
         compared = Compare(context, *source, target.Reopen(), findings);

@@ -27,13 +27,10 @@ std::string NumberText(Number number)
 
 std::string Utf8Text(const std::u16string& units)
 {
-    if (!IsWellFormed(units)) {
-        SFailure failure;
-        failure.exit = EExit::eRefused;
-        failure.message = "a text holds half of a surrogate pair, which plain text cannot carry";
-        failure.hint = "JSON can: use --json or --jsonl";
-        throw failure;
-    }
+    if (!IsWellFormed(units))
+        throw MakeFailure(EExit::eRefused,
+                          "a text holds half of a surrogate pair, which plain text cannot carry",
+                          "JSON can: use --json or --jsonl");
     return qel::ToUtf8(qel::FromUtf16(units.data(), units.size()));
 }
 
@@ -47,16 +44,6 @@ std::string CurrencyText(const CQelProperty& value)
     const std::wstring& symbol = value.Data().sCurrencySymbol;
     const std::string amount = AmountToText(value.Data().uValue.nCurrency);
     return symbol.empty() ? amount : amount + ' ' + Utf8Text(qel::ToUtf16(symbol));
-}
-
-std::string UnknownType(const CQelProperty& value)
-{
-    SFailure failure;
-    failure.exit = EExit::eRefused;
-    failure.message = "a value of type " + std::to_string(static_cast<int>(value.GetType())) +
-                      ", which is no type, has no text";
-    failure.hint = "'dump' carries every value";
-    throw failure;
 }
 
 template <class Number>
@@ -298,7 +285,10 @@ std::string ToNeutralText(const CQelProperty& value)
     case CQelProperty::eBlob:
         return ToBase64(BufferOf(value));
     }
-    return UnknownType(value);
+    throw MakeFailure(EExit::eRefused,
+                      "a value of type " + std::to_string(static_cast<int>(value.GetType())) +
+                          ", which is no type, has no text",
+                      "'dump' carries every value");
 }
 
 bool FromNeutralText(const std::string& text, CQelProperty::EType type, CQelProperty& value,

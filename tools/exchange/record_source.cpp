@@ -37,11 +37,8 @@ const CSourceColumns::STarget& CSourceColumns::Find(const std::string& name)
 
 SFailure CRecordSource::Refusal(unsigned long long line, const std::string& message) const
 {
-    SFailure failure;
-    failure.exit = EExit::eRefused;
-    failure.file = m_rules.fileName;
+    SFailure failure = FileFailure(EExit::eRefused, m_rules.fileName, message);
     failure.line = line;
-    failure.message = message;
     return failure;
 }
 

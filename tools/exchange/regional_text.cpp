@@ -1,6 +1,7 @@
 // regional_text.cpp: turns text of the user's locale into neutral text, or lets the library read it.
 #include "regional_text.h"
 
+#include "adaptor/text.h"
 #include "neutral_text.h"
 #include "value_parts.h"
 
@@ -113,7 +114,7 @@ bool ReadSpecial(const std::string& text, CQelProperty& value)
     if (text.find_first_of("eEn") == std::string::npos)
         return false;
     std::string neutral = text;
-    const std::string decimal = TavCharConvert().ToUTF8(SignsFor(CQelProperty::eDouble).decimal);
+    const std::string decimal = Utf8(SignsFor(CQelProperty::eDouble).decimal);
     if (const std::size_t place = neutral.find(decimal); place != std::string::npos)
         neutral.replace(place, decimal.size(), ".");
     std::string error;
@@ -124,8 +125,7 @@ bool ReadNumber(const std::string& text, CQelProperty::EType type, CQelProperty&
 {
     std::wstring number;
     std::wstring rest;
-    const TavCharConvert converter;
-    const bool found = NeutralNumber(converter.UTF8ToUnicode(text), SignsFor(type), number, rest);
+    const bool found = NeutralNumber(Wide(text), SignsFor(type), number, rest);
     const std::wstring symbol = Trimmed(rest);
     const bool hasSymbol = !symbol.empty();
     if (type == CQelProperty::eDouble && ReadSpecial(text, value))
@@ -136,7 +136,7 @@ bool ReadNumber(const std::string& text, CQelProperty::EType type, CQelProperty&
         error = "'" + text + "' is no number in this locale";
         return false;
     }
-    return FromNeutralText(converter.ToUTF8(number + (hasSymbol ? L" " + symbol : L"")), type, value, error);
+    return FromNeutralText(Utf8(number + (hasSymbol ? L" " + symbol : L"")), type, value, error);
 }
 
 bool ReadByLibrary(const std::string& text, CQelProperty::EType type, CQelProperty& value, std::string& error)
@@ -148,7 +148,7 @@ bool ReadByLibrary(const std::string& text, CQelProperty::EType type, CQelProper
     }
     if (type == CQelProperty::eDate && text.find(':') != std::string::npos)
         return false; // a time of the day would be cut off
-    const std::wstring wide = TavCharConvert().UTF8ToUnicode(text);
+    const std::wstring wide = Wide(text);
     CQelProperty read;
     COleVariant variant(wide);
     const bool good =
@@ -169,7 +169,7 @@ std::string WithAllDigits(const CQelProperty& value)
     std::string text = ToNeutralText(value);
     const std::size_t point = text.find('.');
     if (point != std::string::npos)
-        text.replace(point, 1, TavCharConvert().ToUTF8(SignsFor(value.GetType()).decimal));
+        text.replace(point, 1, Utf8(SignsFor(value.GetType()).decimal));
     return text;
 }
 
@@ -177,7 +177,7 @@ std::string WithAllDigits(const CQelProperty& value)
 
 std::string ToRegionalText(const CQelProperty& value)
 {
-    const std::string text = TavCharConvert().ToUTF8(value.String());
+    const std::string text = Utf8(value.String());
     CQelProperty read;
     std::string error;
     if (FromRegionalText(text, value.GetType(), read, error) && IsSameValue(read, value))

@@ -2,6 +2,7 @@
 #include "cli/suggestion.h"
 #include "csv_reader.h"
 #include "neutral_text.h"
+#include "output/amount_text.h"
 #include "record_source.h"
 #include "regional_text.h"
 

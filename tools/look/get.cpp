@@ -1,5 +1,6 @@
 // get.cpp: records by their oids, or the bytes of one value.
 #include "exchange/neutral_text.h"
+#include "exchange/value_parts.h"
 #include "look.h"
 #include "names/names.h"
 #include "output/output.h"
@@ -54,23 +55,18 @@ void PrintRows(CContext& context, const SFound& found)
 
 std::string BytesOf(const CQelProperty& value, const std::string& column)
 {
-    const CQelProperty::SData& data = value.Data();
     switch (value.GetType()) {
     case CQelProperty::eBlob:
-        return data.pBuffer == nullptr
-                   ? std::string()
-                   : std::string(reinterpret_cast<const char*>(data.pBuffer), data.nBufferSize);
+        return std::string(BufferOf(value));
     case CQelProperty::eString:
     case CQelProperty::eURL:
         return ToNeutralText(value);
     default:
         break;
     }
-    SFailure failure;
-    failure.exit = value.IsNull() ? EExit::eNotFound : EExit::eRefused;
-    failure.message = "column " + Quoted(column) +
-                      (value.IsNull() ? ": the record has no value here" : ": holds neither bytes nor text");
-    throw failure;
+    if (value.IsNull())
+        throw MakeFailure(EExit::eNotFound, "column " + Quoted(column) + ": the record has no value here");
+    throw MakeFailure(EExit::eRefused, "column " + Quoted(column) + ": holds neither bytes nor text");
 }
 
 void PrintBytes(CContext& context, const SFound& found)

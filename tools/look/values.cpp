@@ -1,4 +1,5 @@
 // values.cpp: the different values of one column.
+#include "exchange/value_parts.h"
 #include "look.h"
 #include "names/names.h"
 #include "output/output.h"
@@ -11,19 +12,12 @@
 namespace tool {
 namespace {
 
+/// Values are the same when their stored bytes are.
 struct SCountedValue
 {
     CQelProperty value;
     unsigned long long count = 0;
 };
-
-/// Values are the same when their stored bytes are.
-std::string StoredBytes(const CQelProperty& value)
-{
-    TavBlob blob;
-    blob << value;
-    return std::string(reinterpret_cast<const char*>(blob.GetData()), blob.GetSize());
-}
 
 std::vector<SCountedValue> CountValues(CContext& context, CPropertyFile& file, unsigned long table,
                                        unsigned long column)

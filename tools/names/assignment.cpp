@@ -1,13 +1,14 @@
 // assignment.cpp: finds the column of an assignment and reads its value.
 #include "assignment.h"
 
+#include "exchange/input.h"
 #include "exchange/neutral_text.h"
 #include "exchange/regional_text.h"
+#include "exchange/value_parts.h"
 
 #include <qelplat4/native_path.h>
 
 #include <algorithm>
-#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <limits>
@@ -15,17 +16,9 @@
 namespace tool {
 namespace {
 
-bool IsText(CQelProperty::EType type)
-{
-    return type == CQelProperty::eString || type == CQelProperty::eURL;
-}
-
 SFailure Refusal(const CQelTable::SQelColumn& column, const std::string& message)
 {
-    SFailure failure;
-    failure.exit = EExit::eRefused;
-    failure.message = "column " + Quoted(column.name) + ": " + message;
-    return failure;
+    return MakeFailure(EExit::eRefused, "column " + Quoted(column.name) + ": " + message);
 }
 
 std::string ReadWhole(const std::string& path)
@@ -34,19 +27,12 @@ std::string ReadWhole(const std::string& path)
     file.peek(); // fails where the name is that of a folder
     if (file.is_open() && !file.bad())
         return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-    SFailure failure;
-    failure.exit = EExit::eNotFound;
-    failure.file = path;
-    std::error_code error;
-    const bool exists = std::filesystem::exists(qel::NativePath(Wide(path)), error);
-    const bool isFolder = std::filesystem::is_directory(qel::NativePath(Wide(path)), error);
-    failure.message = isFolder ? "this is a folder" : exists ? "cannot read this file" : "no such file";
-    throw failure;
+    throw UnreadableFile(path);
 }
 
 CQelProperty ValueFromFile(const std::string& path, const CQelTable::SQelColumn& column)
 {
-    if (column.type != CQelProperty::eBlob && !IsText(column.type))
+    if (column.type != CQelProperty::eBlob && !IsTextType(column.type))
         throw Refusal(column, "only text and binary values are read from a file");
     const std::string bytes = ReadWhole(path);
     if (bytes.size() > std::numeric_limits<unsigned int>::max() / 2)
@@ -124,9 +110,9 @@ CQelProperty ParseValue(const std::string& text, const CQelTable::SQelColumn& co
                         const SValueRules& rules)
 {
     CQelProperty value;
-    if (text == rules.nullText && (rules.hasNullText || !IsText(column.type)))
+    if (text == rules.nullText && (rules.hasNullText || !IsTextType(column.type)))
         return value;
-    if (text == "null" && !IsText(column.type))
+    if (text == "null" && !IsTextType(column.type))
         return value;
     const bool isOid = column.type == CQelProperty::eReference && text.size() > 1 && text[0] == '@';
     const std::string bare = isOid ? text.substr(1) : text;

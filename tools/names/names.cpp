@@ -4,7 +4,6 @@
 #include "cli/arguments.h"
 #include "cli/context.h"
 #include "cli/suggestion.h"
-#include "output/progress.h"
 
 #include <algorithm>
 #include <charconv>
@@ -36,11 +35,7 @@ CNames::CNames(CPropertyFile& file) : m_file(Utf8(file.Path())), m_tables(file.T
 SFailure CNames::NotFound(const std::string& message, const std::string& given,
                           const std::vector<std::string>& known) const
 {
-    SFailure failure;
-    failure.exit = EExit::eNotFound;
-    failure.file = m_file;
-    failure.message = message;
-    failure.hint = Suggestion(given, known);
+    SFailure failure = FileFailure(EExit::eNotFound, m_file, message, Suggestion(given, known));
     failure.code = qel::kNotFound;
     return failure;
 }
@@ -133,25 +128,14 @@ void RequireValidName(const std::wstring& name)
     const CQelPropDB rules(nullptr); // the rule needs no database
     if (rules.IsValidName(name))
         return;
-    SFailure failure;
-    failure.exit = EExit::eRefused;
+    SFailure failure = MakeFailure(EExit::eRefused,
+                                   name.empty() ? "a name cannot be empty" : "invalid name " + Quoted(name));
     failure.code = qel::kInvalidName;
-    failure.message = name.empty() ? "a name cannot be empty" : "invalid name " + Quoted(name);
     const auto wrong = std::find_if_not(
         name.begin(), name.end(), [&](wchar_t letter) { return rules.IsValidName(std::wstring(1, letter)); });
     if (wrong != name.end())
         failure.hint = "names hold no " + (*wrong == L' ' ? "blank" : Quoted(std::wstring(1, *wrong)));
     throw failure;
-}
-
-std::string Quoted(const std::string& name)
-{
-    return "'" + name + "'";
-}
-
-std::string Quoted(const std::wstring& name)
-{
-    return Quoted(Utf8(name));
 }
 
 std::vector<std::string> SplitList(const std::string& list, char separator)
@@ -165,11 +149,6 @@ std::vector<std::string> SplitList(const std::string& list, char separator)
     }
     parts.push_back(list.substr(begin));
     return parts;
-}
-
-std::string Counted(unsigned long long count, const std::string& thing)
-{
-    return GroupedText(count) + " " + thing + (count == 1 ? "" : "s");
 }
 
 } // namespace tool

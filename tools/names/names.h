@@ -2,6 +2,7 @@
 #pragma once
 
 #include "adaptor/property_file.h"
+#include "adaptor/text.h"
 
 #include <string>
 #include <vector>
@@ -43,14 +44,7 @@ private:
 /// @throws SFailure  4
 void RequireValidName(const std::wstring& name);
 
-/// "'Cars'"
-std::string Quoted(const std::wstring& name);
-std::string Quoted(const std::string& name);
-
 /// Parts of a list, "a,b" -> a, b; empty parts are kept.
 std::vector<std::string> SplitList(const std::string& list, char separator = ',');
-
-/// "1 record", "2,000 records"
-std::string Counted(unsigned long long count, const std::string& thing);
 
 } // namespace tool

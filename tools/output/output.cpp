@@ -68,10 +68,7 @@ std::ostream& COutput::Stream()
 
 void COutput::Fail(const char* message) const
 {
-    SFailure failure;
-    failure.file = m_context.Arguments().Text(m_option);
-    failure.message = message;
-    throw failure;
+    throw FileFailure(EExit::eFailed, m_context.Arguments().Text(m_option), message);
 }
 
 void COutput::Finish()
@@ -85,6 +82,12 @@ void COutput::Finish()
         Fail("cannot write all of the output");
     if (m_part)
         m_part->Publish();
+}
+
+void RequireWritten(const std::ostream& out)
+{
+    if (!out)
+        throw MakeFailure(EExit::eFailed, "cannot write the output");
 }
 
 } // namespace tool

@@ -37,4 +37,8 @@ private:
     bool m_toErr = false;
 };
 
+/// Ends a command that could go on printing for long where nobody gets it.
+/// @throws SFailure  1 when the stream has taken less than all
+void RequireWritten(const std::ostream& out);
+
 } // namespace tool

@@ -12,17 +12,6 @@
 namespace tool {
 namespace {
 
-SFailure Failure(EExit exit, const std::string& file, const std::string& message,
-                 const std::string& hint = {})
-{
-    SFailure failure;
-    failure.exit = exit;
-    failure.file = file;
-    failure.message = message;
-    failure.hint = hint;
-    return failure;
-}
-
 /// A link stays; what it leads to is replaced.
 std::filesystem::path Followed(const std::filesystem::path& target)
 {
@@ -39,9 +28,9 @@ CPartFile::CPartFile(const std::string& target, bool force)
     std::error_code error;
     const std::filesystem::file_status status = std::filesystem::status(m_target, error);
     if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status))
-        throw Failure(EExit::eFailed, m_name, "this is no file");
+        throw FileFailure(EExit::eFailed, m_name, "this is no file");
     if (std::filesystem::exists(status) && !force)
-        throw Failure(EExit::eRefused, m_name, "the file exists already", "--force replaces it");
+        throw FileFailure(EExit::eRefused, m_name, "the file exists already", "--force replaces it");
     m_part = m_target;
     m_part += "." + std::to_string(std::random_device()()) + ".part";
     CheckFolder();
@@ -52,11 +41,11 @@ void CPartFile::CheckFolder() const
     std::error_code error;
     const std::filesystem::path folder = m_target.has_parent_path() ? m_target.parent_path() : ".";
     if (!std::filesystem::is_directory(folder, error))
-        throw Failure(EExit::eNotFound, m_name, "no such folder");
+        throw FileFailure(EExit::eNotFound, m_name, "no such folder");
     const bool canMake = std::ofstream(m_part, std::ios::binary).is_open();
     std::filesystem::remove(m_part, error);
     if (!canMake)
-        throw Failure(EExit::eFailed, m_name, "cannot make a file in this folder");
+        throw FileFailure(EExit::eFailed, m_name, "cannot make a file in this folder");
 }
 
 CPartFile::~CPartFile()
@@ -89,7 +78,7 @@ void CPartFile::Publish()
     if (std::filesystem::exists(replaced))
         std::filesystem::permissions(m_part, replaced.permissions(), error);
     if (!qel::ReplaceFileDurably(m_part, m_target))
-        throw Failure(EExit::eFailed, m_name, "cannot put the finished file in its place");
+        throw FileFailure(EExit::eFailed, m_name, "cannot put the finished file in its place");
     m_published = true;
 }
 

@@ -41,10 +41,6 @@ private:
     TClock::time_point m_next;
 };
 
-/// "412.3 MiB", "96 bytes"
-std::string SizeText(unsigned long long bytes);
-/// "12,034"
-std::string GroupedText(unsigned long long number);
 /// One line of a bar that fits into `columns`.
 /// @param total  0 where it is not known; seconds: since the work began
 std::string ProgressLine(const std::string& what, const std::string& unit, unsigned long long done,

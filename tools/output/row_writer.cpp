@@ -2,6 +2,7 @@
 #include "row_writer.h"
 
 #include "json_writer.h"
+#include "output.h"
 #include "separated_writer.h"
 #include "table_writer.h"
 
@@ -71,11 +72,7 @@ CRowWriter::~CRowWriter() = default;
 void CRowWriter::Write(const CRow& row)
 {
     Print(row);
-    if (m_out)
-        return;
-    SFailure failure;
-    failure.message = "cannot write the output";
-    throw failure;
+    RequireWritten(m_out);
 }
 
 void CRowWriter::Finish()

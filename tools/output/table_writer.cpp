@@ -1,9 +1,9 @@
 // table_writer.cpp: lays out a table when its last row is known.
 #include "table_writer.h"
 
+#include "amount_text.h"
 #include "exchange/neutral_text.h"
 #include "exchange/value_parts.h"
-#include "progress.h"
 #include "screen_text.h"
 
 #include <qelplat4/utf16.h>
@@ -208,7 +208,7 @@ void CTableWriter::End()
     for (const CLine& line : m_lines)
         PrintLine(line, widths, false);
     if (const std::size_t left = widths.size() - m_shown; left > 0)
-        m_out << '(' << left << (left == 1 ? " more column" : " more columns") << " at the right)\n";
+        m_out << '(' << Counted(left, "more column") << " at the right)\n";
     m_lines.clear();
 }
 

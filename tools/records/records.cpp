@@ -3,6 +3,7 @@
 
 #include "names/assignment.h"
 #include "names/stored_values.h"
+#include "output/amount_text.h"
 
 #include <algorithm>
 
@@ -16,23 +17,18 @@ unsigned long GivenOid(CContext& context, CPropertyFile& file, const CQelTable& 
     const unsigned long oid = CNames::RecordOid(context.Arguments().Text("--oid"));
     if (!file.HasRecord(table.Properties().oid, oid))
         return oid;
-    SFailure failure;
-    failure.exit = EExit::eRefused;
-    failure.message = "record @" + std::to_string(oid) + " is there already";
-    failure.hint = "'qelprop set' changes it";
-    throw failure;
+    throw MakeFailure(EExit::eRefused, "record @" + std::to_string(oid) + " is there already",
+                      "'qelprop set' changes it");
 }
 
 void RefuseWithoutColumns(const CQelTable& table)
 {
     if (!table.Columns().empty())
         return;
-    SFailure failure;
-    failure.exit = EExit::eRefused;
-    failure.message =
-        "table " + Quoted(table.Properties().name) + " has no columns, so that it holds no records";
-    failure.hint = "'qelprop add-column' adds some";
-    throw failure;
+    throw MakeFailure(EExit::eRefused,
+                      "table " + Quoted(table.Properties().name) +
+                          " has no columns, so that it holds no records",
+                      "'qelprop add-column' adds some");
 }
 
 /// Reads a record; a damaged one, which may go as any other, has no values.

@@ -29,8 +29,6 @@ const char* Word(ENames names)
     switch (names) {
     case ENames::eFile:
         return "@file";
-    case ENames::eFolder:
-        return "@folder";
     case ENames::eTable:
         return "@table";
     case ENames::eColumn:
@@ -123,8 +121,7 @@ _qelprop() {
         want=$(_qelprop_place "$command/$((places + 1))")
     fi
     case $want in
-    @file) _qelprop_files -f ;;
-    @folder) _qelprop_files -d ;;
+    @file) _qelprop_files ;;
     @table) _qelprop_names tables 2 ;;
     @column) _qelprop_names schema 2 "$table" ;;
     @columns)
@@ -179,14 +176,14 @@ _qelprop_reply() {
 
 _qelprop_files() {
     compopt -o filenames 2>/dev/null
-    _qelprop_reply "$(compgen "$1" -- "$cur")"
+    _qelprop_reply "$(compgen -f -- "$cur")"
 }
 
 # NAME=VALUE, where the value is the user's, and NAME@=FILE.
 _qelprop_assignment() {
     if [[ $cur == *@=* ]]; then
         _qelprop_keep "${cur%%@=*}@="
-        _qelprop_files -f
+        _qelprop_files
     elif [[ $cur != *=* ]]; then
         compopt -o nospace 2>/dev/null
         _qelprop_names schema 2 "$table"
