@@ -81,6 +81,14 @@ TEST_P(Records, TheLongestColumnNameBeforeTheEqualsSignWins)
     EXPECT_EQ(Run("set cars.db Makers @1 a=b").exit, 4); // no number
 }
 
+TEST_P(Records, TakeAColumnsOidWithZerosBeforeIt)
+{
+    WriteFile(program.File(L"country.bin"), "Bavaria");
+    Out("set cars.db Makers @1 @01=NSU @0002@=country.bin");
+    EXPECT_EQ(Record("Makers", 1), "1,NSU,Bavaria\n");
+    EXPECT_EQ(Refusal("set cars.db Makers @1 @1=x @01=y"), "4 qelprop: cars.db: column 'Name': given twice");
+}
+
 TEST_P(Records, TakeValuesFromFiles)
 {
     Out("add-column cars.db Cars Photo:binary");

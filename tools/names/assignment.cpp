@@ -75,11 +75,10 @@ SMatch Match(const std::string& given, const CQelTable& table, const CNames& nam
     const std::size_t equals = given.find('=');
     if (equals == std::string::npos)
         throw UsageFailure(Quoted(given) + " gives no column a value", "write NAME=VALUE");
-    std::string name = given.substr(0, equals);
-    if (name.size() > 1 && name.back() == '@')
-        name.pop_back();
-    names.Column(table, name); // throws, with a hint
-    return best;
+    const bool file = equals > 1 && given[equals - 1] == '@';
+    // Throws, with a hint, unless it is an oid in other digits: "@01".
+    const CQelTable::SQelColumn& column = names.Column(table, given.substr(0, file ? equals - 1 : equals));
+    return {&column, equals + 1, file};
 }
 
 void CheckReference(CPropertyFile& file, const CQelTable::SQelColumn& column, const CNames& names,
