@@ -72,6 +72,13 @@ inline std::string StoredBytes(const CDovBlobDB& store, unsigned short selector,
 /// A new, empty legacy database, with nothing told so far. Entries above level 4 do not pass.
 class CLegacyHost : public testing::Test
 {
+public:
+    ~CLegacyHost() override
+    {
+        db.SetLogfile(nullptr);
+        db.SetNotifyCallback(nullptr, 0);
+    }
+
 protected:
     CLegacyHost()
     {
@@ -81,11 +88,6 @@ protected:
         db.SetLogfile(&log);
         db.SetNotifyCallback(Hear, 0);
         Told();
-    }
-    ~CLegacyHost() override
-    {
-        db.SetLogfile(nullptr);
-        db.SetNotifyCallback(nullptr, 0);
     }
 
     /// Adds a table and forgets what that told. Columns without an order or a slot stand as they are listed.
@@ -123,6 +125,7 @@ protected:
     static std::vector<SQelPropColumnData> Positional(const std::vector<CQelProperty>& values)
     {
         std::vector<SQelPropColumnData> record;
+        record.reserve(values.size());
         for (const CQelProperty& value : values)
             record.push_back(Data(4711, value));
         return record;

@@ -210,7 +210,7 @@ TEST_F(OutsideLegacyColumnRemoval, IsRefusedForUnknownOnesAndWhereAReferencePoin
     EXPECT_EQ(db.TableRemoveColumn(lamps, 2), 17509u);
     EXPECT_EQ(db.TableRemoveColumn(lamps, 9), 10020u);
     EXPECT_EQ(db.TableRemoveColumn(77, 1), 10020u);
-    EXPECT_EQ(Told().find(">"), std::string::npos);
+    EXPECT_EQ(Told().find('>'), std::string::npos);
     EXPECT_FALSE(std::filesystem::exists(path.Backup()));
     EXPECT_EQ(Columns(lamps), "1:Power@0/0 2:Maker@1/1 3:Age@2/2");
 }

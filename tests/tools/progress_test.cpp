@@ -86,9 +86,10 @@ INSTANTIATE_TEST_SUITE_P(
 /// A run of the program whose stderr is kept.
 class Progress : public testing::Test
 {
-protected:
+public:
     ~Progress() override { qel::SetInterrupted(false); }
 
+protected:
     /// What stands on stderr after a step that takes longer than the bar waits.
     std::string Drawn(bool terminal, const tool::CArguments& arguments = {})
     {

@@ -12,6 +12,9 @@ namespace qeltest {
 /// record.
 class ProgramOnFiles : public testing::TestWithParam<const char*>
 {
+public:
+    ~ProgramOnFiles() override { Allow(std::filesystem::perms::owner_all, folder.Root()); }
+
 protected:
     ProgramOnFiles()
     {
@@ -19,7 +22,6 @@ protected:
         Out({"add-table", db, "Lamps", "Name:string"});
         Out({"add", db, "Lamps", "--oid", "7", "Name=Desk"});
     }
-    ~ProgramOnFiles() override { Allow(std::filesystem::perms::owner_all, folder.Root()); }
 
     std::string Name(const std::wstring& name) const { return folder.File(name).string(); }
 

@@ -28,7 +28,7 @@ CLegacyFile::CLegacyFile(const std::wstring& path, const SOptions& options) : m_
 
 CLegacyFile::~CLegacyFile()
 {
-    Rollback();
+    CLegacyFile::Rollback(); // no class derived from this one is there any more
     m_database.Close();
 }
 

@@ -19,7 +19,7 @@ CSQLiteFile::CSQLiteFile(const std::wstring& path, const SOptions& options)
 
 CSQLiteFile::~CSQLiteFile()
 {
-    Rollback();
+    CSQLiteFile::Rollback(); // no class derived from this one is there any more
     m_database.Close();
 }
 

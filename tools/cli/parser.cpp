@@ -5,6 +5,7 @@
 #include "commands.h"
 #include "help.h"
 #include "suggestion.h"
+#include "word_list.h"
 
 #include <CLI/CLI.hpp>
 #include <qellib4/qellib4.h>
@@ -112,7 +113,7 @@ void CheckChoices(const SInvocation& invocation)
             continue;
         std::string list;
         for (const std::string& choice : option.choices)
-            list += (list.empty() ? "" : ", ") + choice;
+            AddWord(list, choice, ", ");
         throw UsageFailure(option.Key() + ": '" + value + "' is none of " + list,
                            Suggestion(value, option.choices));
     }

@@ -177,7 +177,7 @@ std::string WithAllDigits(const CQelProperty& value)
 
 std::string ToRegionalText(const CQelProperty& value)
 {
-    const std::string text = Utf8(value.String());
+    std::string text = Utf8(value.String());
     CQelProperty read;
     std::string error;
     if (FromRegionalText(text, value.GetType(), read, error) && IsSameValue(read, value))

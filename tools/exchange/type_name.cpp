@@ -68,6 +68,7 @@ bool TypeOfName(const std::string& name, CQelProperty::EType& type)
 std::vector<std::string> TypeNames()
 {
     std::vector<std::string> names;
+    names.reserve(kWords.size());
     for (const SWord& word : kWords)
         names.emplace_back(word.word);
     return names;

@@ -37,6 +37,7 @@ std::vector<SCountedValue> CountValues(CContext& context, CPropertyFile& file, u
         }
     }
     std::vector<SCountedValue> values;
+    values.reserve(different.size());
     for (auto& entry : different)
         values.push_back(std::move(entry.second));
     return values;

@@ -2,6 +2,7 @@
 #include "completion.h"
 
 #include "cli/commands.h"
+#include "cli/word_list.h"
 #include "exchange/type_name.h"
 
 #include <algorithm>
@@ -20,7 +21,7 @@ std::string OptionNames(const std::vector<SOption>& options)
 {
     std::string names;
     for (const SOption& option : options)
-        names += (names.empty() ? "" : " ") + Spaced(option.names);
+        AddWord(names, Spaced(option.names));
     return names;
 }
 
@@ -47,16 +48,23 @@ const char* Word(ENames names)
     return "";
 }
 
+/// One line of a case: what it answers to a pattern.
+std::string CaseLine(const std::string& pattern, const std::string& answer)
+{
+    return "    " + pattern + ") echo '" + answer + "' ;;\n";
+}
+
 /// Lines "KEY-OPTION) what follows it" of a case; key is the command, or "*" for all.
 std::string OptionCases(const std::string& command, const std::vector<SOption>& options)
 {
+    const std::string start = command + "/";
     std::string lines;
     for (const SOption& option : options) {
         if (option.value.empty())
             continue;
         std::string follows = Word(option.completes);
         for (const std::string& choice : option.choices)
-            follows += (follows.empty() ? "" : " ") + choice;
+            AddWord(follows, choice);
         std::string patterns;
         std::string name;
         for (const char letter : option.names + ",") {
@@ -64,25 +72,26 @@ std::string OptionCases(const std::string& command, const std::vector<SOption>& 
                 name += letter;
                 continue;
             }
-            patterns += (patterns.empty() ? "" : "|") + command + "/" + name;
+            AddWord(patterns, start + name, "|");
             name.clear();
         }
-        lines += "    " + patterns + ") echo '" + follows + "' ;;\n";
+        lines += CaseLine(patterns, follows);
     }
     return lines;
 }
 
 std::string PlaceCases(const SCommand& command)
 {
+    const std::string start = command.name + "/";
     std::string lines;
     std::size_t place = 1;
     for (const SPositional& positional : command.positionals) {
         const std::string number = positional.repeats ? "*" : std::to_string(place);
         std::string words = Word(positional.completes);
         for (const std::string& choice : positional.choices)
-            words += (words.empty() ? "" : " ") + choice;
+            AddWord(words, choice);
         if (!words.empty())
-            lines += "    " + command.name + "/" + number + ") echo '" + words + "' ;;\n";
+            lines += CaseLine(start + number, words);
         ++place;
     }
     return lines;
@@ -229,7 +238,7 @@ std::string ValuedOptions(const std::string& command, const std::vector<SOption>
         std::string names = command + "/" + option.names;
         for (std::size_t comma = names.find(','); comma != std::string::npos; comma = names.find(',', comma))
             names.replace(comma, 1, " " + command + "/");
-        words += (words.empty() ? "" : " ") + names;
+        AddWord(words, names);
     }
     return words;
 }
@@ -244,18 +253,18 @@ std::string BashCompletion()
     std::string places;
     std::string valued = ValuedOptions("*", GlobalOptions()) + " " + ValuedOptions("*", OutputOptions());
     for (const SCommand& command : AllCommands()) {
-        commands += (commands.empty() ? "" : " ") + command.name;
-        options += "    " + command.name + ") echo '" + OptionNames(command.options) + "' ;;\n";
+        AddWord(commands, command.name);
+        options += CaseLine(command.name, OptionNames(command.options));
         after += OptionCases(command.name, command.options);
         places += PlaceCases(command);
         const std::string own = ValuedOptions(command.name, command.options);
-        valued += own.empty() ? "" : " " + own;
+        if (!own.empty())
+            AddWord(valued, own);
     }
     std::string types;
     for (const std::string& type : TypeNames())
-        types += (types.empty() ? "" : " ") + type;
-    options +=
-        "    '*') echo '" + OptionNames(GlobalOptions()) + " " + OptionNames(OutputOptions()) + "' ;;\n";
+        AddWord(types, type);
+    options += CaseLine("'*'", OptionNames(GlobalOptions()) + " " + OptionNames(OutputOptions()));
     after += OptionCases("\\*", GlobalOptions()) + OptionCases("\\*", OutputOptions());
     return "# bash completion for qelprop; made by 'qelprop completion bash'\n"
            "_qelprop_commands='" +
