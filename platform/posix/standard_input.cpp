@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cerrno>
+#include <system_error>
 
 #include <poll.h>
 #include <unistd.h>
@@ -17,7 +18,9 @@ protected:
     int_type underflow() override
     {
         const ssize_t size = Read();
-        if (size <= 0)
+        if (size < 0) // the stream turns it into its own state; an end would pass what was read for all
+            throw std::system_error(errno, std::generic_category());
+        if (size == 0)
             return traits_type::eof();
         setg(m_bytes.data(), m_bytes.data(), m_bytes.data() + size);
         return traits_type::to_int_type(*gptr());

@@ -13,23 +13,15 @@ namespace {
 
 unsigned long OidIn(const nlohmann::json& json)
 {
-    if (!json.is_number_unsigned())
-        throw std::invalid_argument("this is no oid: " + json.dump());
-    const auto oid = json.get<unsigned long long>();
-    if (oid > std::numeric_limits<std::uint32_t>::max())
-        throw std::invalid_argument("this is no oid: " + json.dump());
-    return static_cast<unsigned long>(oid);
+    return static_cast<unsigned long>(WholeIn(json, 1, std::numeric_limits<std::uint32_t>::max()));
 }
 
 } // namespace
 
-void CDumpReader::Fail(const std::string& message) const
+void CDumpReader::Fail(const std::string& message, EExit exit) const
 {
-    SFailure failure;
-    failure.exit = EExit::eRefused;
+    SFailure failure = LineFailure(exit, m_number, message + "; nothing was loaded");
     failure.file = m_fileName;
-    failure.line = m_number;
-    failure.message = message + "; nothing was loaded";
     throw failure;
 }
 
@@ -39,8 +31,11 @@ void CDumpReader::ReadLine()
         m_pending = false;
         return;
     }
-    if (!std::getline(m_in, m_text))
-        Fail(m_in.bad() ? "cannot read on" : "the dump is cut short: its last line is missing");
+    if (!std::getline(m_in, m_text)) {
+        if (m_in.bad())
+            Fail("cannot read on", EExit::eFailed);
+        Fail("the dump is cut short: its last line is missing");
+    }
     ++m_number;
     m_bytesRead += m_text.size() + 1;
     std::string error;
@@ -104,7 +99,7 @@ bool CDumpReader::Next(unsigned long& table, unsigned long& recordOid, CRecord& 
         recordOid = OidIn(m_line[dump::kRecord]);
         table = OidIn(m_line[dump::kTable]);
     } catch (const std::exception& exception) {
-        Fail(exception.what());
+        Fail(std::string("this is no oid: ") + exception.what());
     }
     const std::vector<CQelTable::SQelColumn>& columns = TableOf(table).Columns();
     const nlohmann::json& values = m_line[dump::kValues];

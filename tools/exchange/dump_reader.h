@@ -32,7 +32,7 @@ public:
     unsigned long long BytesRead() const { return m_bytesRead; }
 
 private:
-    [[noreturn]] void Fail(const std::string& message) const;
+    [[noreturn]] void Fail(const std::string& message, EExit exit = EExit::eRefused) const;
     void ReadLine();
     void ReadEnd();
     const CQelTable& TableOf(unsigned long oid) const;

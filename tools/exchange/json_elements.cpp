@@ -2,12 +2,12 @@
 #include "json_elements.h"
 
 #include "adaptor/failure.h"
+#include "output/amount_text.h"
 
 namespace tool {
 namespace {
 
 constexpr int kEnd = std::char_traits<char>::eof();
-constexpr std::size_t kLargest = std::size_t{1} << 30;
 
 bool IsBlank(int letter)
 {
@@ -16,7 +16,7 @@ bool IsBlank(int letter)
 
 } // namespace
 
-void CJsonElements::Fail(const char* message) const
+void CJsonElements::Fail(const std::string& message) const
 {
     throw LineFailure(EExit::eRefused, m_line, message);
 }
@@ -53,14 +53,21 @@ int CJsonElements::Begin()
     return m_single ? letter : TakeSolid();
 }
 
+void CJsonElements::Put(int letter, std::string& text) const
+{
+    if (text.size() >= m_largest)
+        Fail("an object of over " + SizeText(m_largest));
+    text += static_cast<char>(letter);
+}
+
 void CJsonElements::TakeText(std::string& text)
 {
     for (int letter = Take(); letter != kEnd; letter = Take()) {
-        text += static_cast<char>(letter);
+        Put(letter, text);
         if (letter == '"')
             return;
         if (letter == '\\')
-            text += static_cast<char>(Take());
+            Put(Take(), text);
     }
     Fail("the file ends inside a text");
 }
@@ -70,9 +77,7 @@ void CJsonElements::TakeElement(int first, std::string& text)
     text.clear();
     std::size_t depth = 0;
     for (int letter = first; letter != kEnd; letter = Take()) {
-        text += static_cast<char>(letter);
-        if (text.size() > kLargest)
-            Fail("an object of over 1 GiB");
+        Put(letter, text);
         if (letter == '"')
             TakeText(text);
         else if (letter == '{' || letter == '[')

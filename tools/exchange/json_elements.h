@@ -12,8 +12,11 @@ namespace tool {
 class CJsonElements
 {
 public:
-    /// @param in  outlives the object
-    explicit CJsonElements(std::istream& in) : m_in(in) {}
+    /// @param in       outlives the object
+    /// @param largest  bytes of an element that is taken; an open quote would gather the rest of the file
+    explicit CJsonElements(std::istream& in, std::size_t largest = std::size_t{1} << 30)
+        : m_in(in), m_largest(largest)
+    {}
     CJsonElements(const CJsonElements&) = delete;
     CJsonElements& operator=(const CJsonElements&) = delete;
 
@@ -32,7 +35,8 @@ private:
     int Begin();
     void TakeElement(int first, std::string& text);
     void TakeText(std::string& text);
-    [[noreturn]] void Fail(const char* message) const;
+    void Put(int letter, std::string& text) const;
+    [[noreturn]] void Fail(const std::string& message) const;
 
     enum class EPlace
     {
@@ -43,6 +47,7 @@ private:
     };
 
     std::istream& m_in;
+    std::size_t m_largest;
     EPlace m_place = EPlace::eBegin;
     bool m_single = false;
     unsigned long long m_line = 1;

@@ -41,7 +41,7 @@ bool CJsonSource::NextLine(SSourceRecord& record)
         return true;
     }
     if (m_in.bad())
-        throw Refusal(m_line, "cannot read on");
+        throw LineFailure(EExit::eFailed, m_line, "cannot read on");
     return false;
 }
 

@@ -10,6 +10,7 @@
 #include <cmath>
 #include <limits>
 #include <set>
+#include <stdexcept>
 
 namespace tool {
 namespace {
@@ -20,6 +21,7 @@ constexpr const char* kEncoded = "encoded";
 constexpr const char* kStored = "$stored";
 constexpr const char* kAmount = "amount";
 constexpr const char* kSymbol = "symbol";
+constexpr int kDeepest = 100;
 
 nlohmann::json UnitsToJson(const std::u16string& units)
 {
@@ -264,7 +266,10 @@ bool FromExactJson(const nlohmann::json& json, CQelProperty::EType columnType, C
 bool ParseJson(std::string_view text, nlohmann::json& json, std::string& error)
 {
     CKeyWatch keys;
-    const auto watch = [&](int, nlohmann::json::parse_event_t event, nlohmann::json& parsed) {
+    const auto watch = [&](int depth, nlohmann::json::parse_event_t event, nlohmann::json& parsed) {
+        if (depth > kDeepest) // what is read is followed into its depth, for which the stack has an end
+            throw std::length_error("brackets stand in each other more than " + std::to_string(kDeepest) +
+                                    " deep");
         keys.See(event, parsed);
         return true;
     };
@@ -279,8 +284,21 @@ bool ParseJson(std::string_view text, nlohmann::json& json, std::string& error)
         error = PlainMessage(failure);
     } catch (const nlohmann::json::exception& failure) {
         error = PlainMessage(std::string(failure.what()));
+    } catch (const std::length_error& failure) {
+        error = failure.what();
     }
     return false;
+}
+
+long long WholeIn(const nlohmann::json& json, long long least, long long most)
+{
+    const bool inRange = json.is_number_unsigned()
+                             ? json.get<unsigned long long>() <= static_cast<unsigned long long>(most)
+                             : json.is_number_integer() && json.get<long long>() <= most;
+    if (!inRange || json.get<long long>() < least)
+        throw std::invalid_argument(Shown(json) + " is no whole number from " + std::to_string(least) +
+                                    " to " + std::to_string(most));
+    return json.get<long long>();
 }
 
 } // namespace tool

@@ -30,7 +30,12 @@ nlohmann::json TextToJson(const std::wstring& text);
 /// @param text  out: unchanged on failure
 bool TextFromJson(const nlohmann::json& json, std::wstring& text);
 
-/// Reads one JSON text; refuses keys that occur twice and numbers that no double holds.
+/// A whole number within bounds; `most` is not negative.
+/// @throws std::invalid_argument  for any other JSON
+long long WholeIn(const nlohmann::json& json, long long least, long long most);
+
+/// Reads one JSON text; refuses keys that occur twice, numbers that no double holds, and brackets in each
+/// other beyond a depth that no value has.
 /// @param json   out: unchanged on failure
 /// @param error  out, on failure
 bool ParseJson(std::string_view text, nlohmann::json& json, std::string& error);

@@ -47,9 +47,9 @@ private:
 
 void CSeparatedSource::ReadHeader()
 {
-    if (!m_reader.Next(m_row))
-        throw Refusal(0, "the file is empty; a line of column names is wanted");
     try {
+        if (!m_reader.Next(m_row))
+            throw Refusal(0, "the file is empty; a line of column names is wanted");
         Resolve(m_row);
     } catch (SFailure& failure) {
         // The mistake is in the file that was read, not in the database.

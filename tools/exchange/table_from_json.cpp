@@ -4,6 +4,8 @@
 #include "type_name.h"
 
 #include <charconv>
+#include <cstdint>
+#include <limits>
 #include <stdexcept>
 
 namespace tool {
@@ -17,9 +19,22 @@ std::wstring TextAt(const nlohmann::json& json, const char* key)
     return text;
 }
 
+/// A number that the database keeps in 32 bits. The reader of JSON would cut off all others.
+template <class Number>
+Number NumberAt(const nlohmann::json& json, const char* key,
+                Number least = std::numeric_limits<Number>::min())
+{
+    static_assert(sizeof(Number) == 4);
+    try {
+        return static_cast<Number>(WholeIn(json.at(key), least, std::numeric_limits<Number>::max()));
+    } catch (const std::invalid_argument& failure) {
+        throw std::invalid_argument(std::string("'") + key + "': " + failure.what());
+    }
+}
+
 unsigned long OidAt(const nlohmann::json& json, const char* key)
 {
-    return json.at(key).get<std::uint32_t>();
+    return NumberAt<std::uint32_t>(json, key);
 }
 
 CQelProperty::EType TypeAt(const nlohmann::json& json, const char* key)
@@ -54,10 +69,10 @@ CQelTable::SQelColumn ColumnFromJson(const nlohmann::json& json)
     std::string error;
     if (!FromExactJson(json.at("default"), column.type, column.defaultValue, error))
         throw std::invalid_argument("default: " + error);
-    column.displayHint = json.at("hint").get<unsigned int>();
+    column.displayHint = NumberAt<unsigned int>(json, "hint");
     column.format = TextAt(json, "format");
     column.currency = TextAt(json, "currency");
-    column.displayOrder = json.at("order").get<int>();
+    column.displayOrder = NumberAt<int>(json, "order");
     return column;
 }
 
@@ -65,7 +80,7 @@ CQelTable::SQelColumn ColumnFromJson(const nlohmann::json& json)
 
 CQelTable TableFromJson(const nlohmann::json& json)
 {
-    CQelTable table(OidAt(json, "oid"));
+    CQelTable table(NumberAt<std::uint32_t>(json, "oid", 1));
     table.Properties().name = TextAt(json, "name");
     table.Properties().description = TextAt(json, "description");
     for (const nlohmann::json& column : json.at("columns"))
