@@ -1,5 +1,5 @@
 // care_test.cpp: what check finds in damaged files, and what an interrupt or a held file leaves behind.
-#include "cli/program.h"
+#include "program_run.h"
 #include "support/temporary_folder.h"
 
 #include <gtest/gtest.h>
@@ -162,6 +162,34 @@ TEST_F(Care, FileThatIsCutIsAFinding)
     EXPECT_EQ(Run({"check", Path(L"a.db")}), 5);
     EXPECT_NE(m_out, "");
 }
+
+class CareOfListings : public testing::TestWithParam<const char*>
+{};
+
+// A page in the middle of the records, which their listing cannot pass.
+TEST_P(CareOfListings, FindsWhatStopsThemAndKeepsItsReport)
+{
+    CProgram program;
+    program.Run(std::string("init a.db --format ") + GetParam());
+    program.Run("add-table a.db Lamps Name:string");
+    std::string rows = "Name\n";
+    for (int row = 0; row < 500; ++row)
+        rows += std::string(100, 'x') + '\n';
+    WriteFile(program.File(L"in.csv"), rows);
+    ASSERT_EQ(program.Run("import a.db Lamps in.csv").exit, 0);
+    std::fstream file(program.File(L"a.db"), std::ios::in | std::ios::out | std::ios::binary);
+    constexpr std::streamoff kPage = 4096;
+    for (const std::streamoff page : {9, 10, 11, 12, 13, 14}) {
+        file.seekp(page * kPage);
+        file.write("\0\0\0\0\0\0\0\0", 8);
+    }
+    file.close();
+    EXPECT_EQ(program.Run("check a.db -O report.csv").exit, 5);
+    EXPECT_EQ(program.Names(), "a.db in.csv report.csv");
+    EXPECT_NE(program.Run("check a.db").out.find("malformed"), std::string::npos);
+}
+
+INSTANTIATE_TEST_SUITE_P(Of, CareOfListings, testing::Values("sqlite", "legacy"), KindName);
 
 TEST_F(Care, InterruptedImportLeavesTheFileAsItWas)
 {

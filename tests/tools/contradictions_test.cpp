@@ -39,6 +39,10 @@ TEST_P(Contradictions, AreRefusedWhereAnOptionHasNoEffect)
     Refuses("add-column cars.db Cars Rent:currency:EUR:x",
             "currency 'EUR:x': nothing follows the currency but =DEFAULT");
     EXPECT_EQ(program.Names().find("new.store"), std::string::npos);
+    Refuses("check cars.db --no-header", "check: --no-header means nothing here");
+    Refuses("compare cars.db cars.db --width 9", "compare: --width means nothing here");
+    Refuses("check cars.db -o csv", "faults and differences are text, json or jsonl");
+    Refuses("compare cars.db cars.db -o tsv", "faults and differences are text, json or jsonl");
 }
 
 TEST_P(Contradictions, NameARecordThatWasForgotten)

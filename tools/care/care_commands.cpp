@@ -22,8 +22,9 @@ SCommand Check()
         {FileArgument()},
         {LimitOption()},
         {{"qelprop check cars.db --json", ""}},
-        true,
-        RunCheck};
+        false,
+        RunCheck,
+        {"--as", "--json", "--jsonl", "--output"}};
 }
 
 SCommand Compact()
@@ -70,8 +71,9 @@ SCommand Compare()
         {FileArgument(), {"OTHER", "the file to compare with", true, false, ENames::eFile}},
         {LimitOption()},
         {{"qelprop compare old.store cars.db", ""}},
-        true,
-        RunCompare};
+        false,
+        RunCompare,
+        {"--as", "--json", "--jsonl", "--output"}};
 }
 
 } // namespace

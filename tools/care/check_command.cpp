@@ -9,19 +9,6 @@
 namespace tool {
 namespace {
 
-/// @return null where the file is too damaged to be opened, which is a finding
-std::unique_ptr<CPropertyFile> OpenOrFind(CContext& context, CFindings& findings)
-{
-    try {
-        return context.OpenFile(EAccess::eRead);
-    } catch (const SFailure& failure) {
-        if (failure.exit != EExit::eFaults)
-            throw;
-        findings.Add({"open", "", 0, "", failure.message + " (" + std::to_string(failure.code) + ")"});
-        return nullptr;
-    }
-}
-
 void CheckFile(CContext& context, CPropertyFile& file, CFindings& findings, STally& checked)
 {
     const std::vector<CQelTable> tables = file.Tables();
@@ -41,8 +28,10 @@ EExit RunCheck(CContext& context)
     COutput output(context);
     CFindings findings(context, output.Stream(), context.Arguments().Number("--limit", kUsual));
     STally checked;
-    if (const std::unique_ptr<CPropertyFile> file = OpenOrFind(context, findings))
-        CheckFile(context, *file, findings, checked);
+    std::unique_ptr<CPropertyFile> file;
+    findings.Try("open", "", [&] { file = context.OpenFile(EAccess::eRead); });
+    if (file != nullptr)
+        findings.Try("engine", "", [&] { CheckFile(context, *file, findings, checked); });
     findings.Finish();
     output.Finish();
     context.Tell((findings.Count() == 0 ? "no faults" : Counted(findings.Count(), "fault")) + " in " +

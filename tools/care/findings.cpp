@@ -33,7 +33,19 @@ std::string Json(const SFinding& finding)
     return JsonText(json);
 }
 
+bool WantsJson(const CContext& context)
+{
+    const EFormat format = context.Format();
+    if (format == EFormat::eCsv || format == EFormat::eTsv)
+        throw UsageFailure("faults and differences are text, json or jsonl");
+    return format == EFormat::eJson || format == EFormat::eJsonLines;
+}
+
 } // namespace
+
+CFindings::CFindings(const CContext& context, std::ostream& out, unsigned long limit)
+    : m_out(out), m_json(WantsJson(context)), m_limit(limit)
+{}
 
 std::string CountsText(const STally& tally)
 {
@@ -49,6 +61,13 @@ void CFindings::Add(const SFinding& finding)
         return;
     m_out << (m_json ? Json(finding) : OneLine(Wide(Where(finding) + finding.message))) << '\n';
     RequireWritten(m_out);
+}
+
+void CFindings::AddDamage(const char* kind, const std::string& table, const SFailure& failure)
+{
+    if (failure.exit != EExit::eFaults)
+        throw failure;
+    Add({kind, table, 0, "", failure.message + " (" + std::to_string(failure.code) + ")"});
 }
 
 void CFindings::Finish()

@@ -33,12 +33,21 @@ class CFindings
 {
 public:
     /// @param limit  findings beyond are counted and not printed; 0 for any number
-    CFindings(const CContext& context, std::ostream& out, unsigned long limit = 0)
-        : m_out(out), m_json(context.Format() == EFormat::eJson || context.Format() == EFormat::eJsonLines),
-          m_limit(limit)
-    {}
+    /// @throws SFailure  2 for a format that a list of them has not
+    CFindings(const CContext& context, std::ostream& out, unsigned long limit = 0);
 
     void Add(const SFinding& finding);
+    /// Does a part of the work that may meet damage, which is a finding and no end of the rest.
+    /// @param kind, table  of that finding
+    template <class Part>
+    void Try(const char* kind, const std::string& table, const Part& part)
+    {
+        try {
+            part();
+        } catch (const SFailure& failure) {
+            AddDamage(kind, table, failure);
+        }
+    }
     unsigned long long Count() const { return m_count; }
     /// Whether bytes of the file are not what was written, so that no command can put them right.
     bool IsDamaged() const { return m_damaged; }
@@ -46,6 +55,8 @@ public:
     void Finish();
 
 private:
+    void AddDamage(const char* kind, const std::string& table, const SFailure& failure);
+
     std::ostream& m_out;
     bool m_json;
     unsigned long m_limit;

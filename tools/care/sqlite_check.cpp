@@ -188,26 +188,30 @@ void CSQLiteCheck::CheckValueRows()
     }
 }
 
+/// Runs a part of the check; what the engine throws becomes a failure.
+void Run(CSQLiteCheck& check, void (CSQLiteCheck::*part)(), const CPropertyFile& file)
+{
+    try {
+        (check.*part)();
+    } catch (CQelException* exception) {
+        const unsigned int code = exception->GetCode();
+        exception->Delete();
+        throw FailureOf(code, Utf8(file.Path()), "cannot read on");
+    }
+}
+
 } // namespace
 
 void CheckSQLite(CContext& context, CPropertyFile& file, const std::vector<CQelTable>& tables,
                  CFindings& findings, STally& checked)
 {
     CSQLiteCheck check(context, file, tables, findings, checked);
-    try {
-        check.CheckEngine();
-        check.CheckSchema();
-        check.CheckCatalogueRows();
-        check.CheckValueRows();
-    } catch (CQelException* exception) {
-        const unsigned int code = exception->GetCode();
-        exception->Delete();
-        if (ExitOf(code) != EExit::eFaults)
-            throw FailureOf(code, Utf8(file.Path()), "cannot read on");
-        findings.Add({"engine", "", 0, "", "cannot read on: " + FailureOf(code, "", "").message});
-    }
+    for (const auto part : {&CSQLiteCheck::CheckEngine, &CSQLiteCheck::CheckSchema,
+                            &CSQLiteCheck::CheckCatalogueRows, &CSQLiteCheck::CheckValueRows})
+        findings.Try("engine", "", [&] { Run(check, part, file); });
     for (const CQelTable& table : tables)
-        checked.records += file.CountRecords(table.Properties().oid);
+        findings.Try("engine", Utf8(table.Properties().name),
+                     [&] { checked.records += file.CountRecords(table.Properties().oid); });
 }
 
 } // namespace tool
