@@ -241,6 +241,20 @@ TEST(Init, LeavesNoFileBehindInADryRun)
     EXPECT_EQ(program.Names(), "");
 }
 
+TEST(Init, LeavesALinkToNothingAsItIs)
+{
+    CProgram program;
+    std::error_code error;
+    std::filesystem::create_symlink("new.db", program.File(L"link.db"), error);
+    if (error)
+        GTEST_SKIP() << "no links here";
+    for (const char* const kind : {"sqlite", "legacy"}) {
+        program.Run(std::string("init link.db --dry-run --format ") + kind);
+        EXPECT_TRUE(std::filesystem::is_symlink(program.File(L"link.db"))) << kind;
+        EXPECT_FALSE(std::filesystem::exists(program.File(L"new.db"))) << kind;
+    }
+}
+
 TEST(Opening, TellsFilesThatAreNoPropertyDatabase)
 {
     CProgram program;

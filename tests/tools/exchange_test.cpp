@@ -101,6 +101,8 @@ TEST_P(Exchange, FileOfTheCommandIsNeverItsOutput)
         EXPECT_EQ(Words({"backup", db, same, "--force"}).exit, 2) << same;
         EXPECT_EQ(Words({"migrate", db, same, "--force"}).exit, 2) << same;
         EXPECT_EQ(Words({"load", db, same, "--force"}).exit, 2) << same;
+        EXPECT_EQ(Words({"compact", db, "-O", same}).exit, 2) << same;
+        EXPECT_EQ(Words({"count", db, "Cars", "--log", same}).exit, 2) << same;
         EXPECT_EQ(Bytes(), before) << same;
     }
 }
@@ -256,6 +258,20 @@ TEST_P(DamagedRecord, IsLeftOutOnRequest)
     EXPECT_EQ(dump.exit, 5);
     Out("load copy.db dump.bin");
     EXPECT_EQ(Out("count copy.db Cars"), "2\n");
+}
+
+TEST_P(DamagedRecord, IsLeftOutOfWhatAConditionChooses)
+{
+    const SRun run = Run("export cars.db Cars --columns Model --skip-damaged --where Fast=false");
+    EXPECT_EQ(run.exit, 5);
+    EXPECT_EQ(run.out, "Model\n96\nDuett\n");
+}
+
+TEST_P(DamagedRecord, GoesWithItsTable)
+{
+    EXPECT_EQ(Run("remove-table cars.db Cars --yes").err,
+              "removed table 'Cars' with 3 records and 7 values\n");
+    EXPECT_EQ(Run("check cars.db").exit, 0);
 }
 
 TEST_P(DamagedRecord, CanBeRemoved)

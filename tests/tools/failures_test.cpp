@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 #include <qellib4/qellib4.h>
+#include <qelsq4/qelsq4.h>
 
 using testing::HasSubstr;
 
@@ -42,6 +43,22 @@ TEST(Failure, KeepsALineBreakOfANameOutOfItsLine)
     CProgram program;
     const SRun run = program.RunWords({"tables", "no\nsuch\x1b[1m.db"});
     EXPECT_EQ(run.err, "qelprop: no\u240asuch\u241b[1m.db: no such file\n");
+}
+
+TEST(Notes, LetNoNameSteerTheTerminal)
+{
+    CProgram program;
+    program.Run("init a.db");
+    program.Run("add-table a.db A");
+    {
+        CQelSQLite file; // no command gives such a name
+        ASSERT_EQ(file.Open(program.File(L"a.db").wstring()), 0);
+        ASSERT_EQ(file.ExecSQL(L"UPDATE qeltpt SET tname = 'A' || char(27) || '[2J'"), 0);
+    }
+    EXPECT_EQ(program.Run("remove-table a.db @1 --dry-run").err,
+              "dry run: nothing was saved\nwould remove table 'A\u241b[2J' with 0 records and 0 values\n");
+    program.Answer("n\n");
+    EXPECT_EQ(program.Run("-vv remove-table a.db @1").err.find('\x1b'), std::string::npos);
 }
 
 TEST(Failure, RefusesArgumentsThatAreNoText)

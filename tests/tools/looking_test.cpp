@@ -161,6 +161,17 @@ TEST_P(Looking, KeepsPermissionsAndLinkOfTheFileThatItReplaces)
               fs::perms::owner_read | fs::perms::owner_write);
 }
 
+TEST_P(Looking, MakesTheFileThatALinkLeadsTo)
+{
+    std::error_code error;
+    std::filesystem::create_symlink("new.csv", program.File(L"link.csv"), error);
+    if (error)
+        GTEST_SKIP() << "no links here";
+    Out("list cars.db Makers --columns Name -o plain -O link.csv");
+    EXPECT_TRUE(std::filesystem::is_symlink(program.File(L"link.csv")));
+    EXPECT_EQ(ReadFile(program.File(L"new.csv")), "DKW\nSaab\nVolvo\n");
+}
+
 TEST_P(Looking, CutsATableToTheScreenAlone)
 {
     program.SetScreen(12);

@@ -80,8 +80,14 @@ INSTANTIATE_TEST_SUITE_P(
                           "importing [....................] 0% 1 records, 1 records/s, 99:59:59 left"},
                     SLine{"shorter_bar", "records", 5000, 10000, 2, 70,
                           "importing [######......] 50% 5,000 records, 2,500 records/s, 0:02 left"},
-                    SLine{"narrow_screen", "records", 5000, 10000, 2, 20, "importing [#########"}),
+                    SLine{"narrow_screen", "records", 5000, 10000, 2, 20, "importing [########\u2026"}),
     SRowName());
+
+TEST(ProgressLineOf, ANameIsMeasuredAndShownAsOnAScreen)
+{
+    EXPECT_EQ(tool::ProgressLine("checking K\u00e4ufer\x1b[2J", "records", 5000, 10000, 2, 20),
+              "checking K\u00e4ufer\u241b[2J\u2026");
+}
 
 /// A run of the program whose stderr is kept.
 class Progress : public testing::Test

@@ -81,6 +81,7 @@ void CompactStore(CContext& context, const std::wstring& path)
 
 EExit RunCompact(CContext& context)
 {
+    COutput output(context); // before the work: a name that cannot be written to must not follow it
     // Opening tells the kind, and refuses a file that holds no properties; a store that a killed process has
     // left is put right by being opened for writing.
     const EKind kind = context.OpenFile(context.IsDryRun() ? EAccess::eRead : EAccess::eWrite)->Kind();
@@ -103,7 +104,6 @@ EExit RunCompact(CContext& context)
             CompactStore(context, {});
         after = SizeOf(file);
     }
-    COutput output(context);
     output.Stream() << SizeText(before) << " -> " << SizeText(after) << '\n';
     output.Finish();
     return EExit::eDone;

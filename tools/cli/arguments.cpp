@@ -1,7 +1,12 @@
 // arguments.cpp: values of the command line as texts and numbers.
 #include "arguments.h"
 
+#include "adaptor/text.h"
+
+#include <qelplat4/native_path.h>
+
 #include <charconv>
+#include <filesystem>
 
 namespace tool {
 
@@ -30,6 +35,17 @@ unsigned long CArguments::Number(const std::string& key, unsigned long absent, u
         throw UsageFailure(key + ": '" + text + "' is no number from " + std::to_string(least) + " to " +
                            std::to_string(most));
     return number;
+}
+
+void RequireOtherThanArguments(const CArguments& arguments, const std::string& option)
+{
+    const auto path = [&](const std::string& key) { return qel::NativePath(Wide(arguments.Text(key))); };
+    for (const char* const argument : {"FILE", "OTHER", "INPUT", "TARGET"}) {
+        std::error_code error;
+        if (std::filesystem::equivalent(path(argument), path(option), error))
+            throw UsageFailure(option + (argument == std::string("FILE") ? ": this is the database itself"
+                                                                         : ": the command reads this file"));
+    }
 }
 
 SFailure UsageFailure(const std::string& message, const std::string& hint)

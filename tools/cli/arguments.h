@@ -29,6 +29,11 @@ private:
     std::map<std::string, std::vector<std::string>> m_values;
 };
 
+/// Refuses to write to a file that the command works on, by whatever path or link.
+/// @param option  names the file that is to be written
+/// @throws SFailure  2
+void RequireOtherThanArguments(const CArguments& arguments, const std::string& option);
+
 /// A failure of the command line itself: exit status 2.
 SFailure UsageFailure(const std::string& message, const std::string& hint = {});
 

@@ -2,6 +2,7 @@
 #include "context.h"
 
 #include "log_on_stream.h"
+#include "output/screen_text.h"
 
 #include <qelplat4/terminal.h>
 
@@ -22,6 +23,7 @@ std::unique_ptr<CDovLogfile> MakeLog(const CArguments& arguments, std::ostream& 
     constexpr int kEverything = 4;
     log->SetLevel(verbosity > 1 || arguments.Has("--log") ? kEverything : kUsual);
     log->SetStreamLevel(verbosity > 1 ? kEverything : kUsual);
+    RequireOtherThanArguments(arguments, "--log");
     if (arguments.Has("--log") && !log->Open(Wide(arguments.Text("--log"))))
         throw FileFailure(EExit::eFailed, arguments.Text("--log"), "cannot open the log file");
     return log;
@@ -113,7 +115,7 @@ void CContext::CheckInterrupt() const
 void CContext::Tell(const std::string& line)
 {
     if (!IsQuiet())
-        Err() << line + '\n'; // in one piece, for others may write there as well
+        Err() << OneLine(Wide(line)) + '\n'; // in one piece, for others may write there as well
 }
 
 void CContext::Confirm(const std::string& question)
@@ -123,7 +125,7 @@ void CContext::Confirm(const std::string& question)
     if (!m_surroundings.inIsTerminal || !m_surroundings.errIsTerminal)
         throw UsageFailure("cannot ask whether to " + question + ": no terminal",
                            "--yes goes on without asking");
-    Err() << question << "? [y/N] " << std::flush;
+    Err() << OneLine(Wide(question)) << "? [y/N] " << std::flush;
     std::string answer;
     qel::CatchInterrupts(false); // nothing is open yet, so that Ctrl+C may end the program here
     std::getline(In(), answer);

@@ -1,7 +1,7 @@
 // log_on_stream.cpp: one short line for every entry of the log.
 #include "log_on_stream.h"
 
-#include "adaptor/text.h"
+#include "output/screen_text.h"
 
 namespace tool {
 
@@ -10,7 +10,7 @@ bool CLogOnStream::Write(const SEntry& entry)
     if (m_stream != nullptr && entry.level <= m_streamLevel) {
         const char* const kind = entry.kind == eError ? "error: " : entry.kind == eWarning ? "warning: " : "";
         const std::wstring code = entry.code == 0 ? L"" : L" (" + std::to_wstring(entry.code) + L")";
-        *m_stream << "log: " << kind << Utf8(entry.text + code) << '\n';
+        *m_stream << "log: " << kind << OneLine(entry.text + code) << '\n';
     }
     CDovLogfile::Write(entry);
     return true;

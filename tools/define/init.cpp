@@ -1,25 +1,24 @@
 // init.cpp: makes an empty property database.
 #include "define.h"
+#include "output/part_file.h"
 
 #include <qelplat4/native_path.h>
-
-#include <filesystem>
 
 namespace tool {
 namespace {
 
 /// Removes a file that the command itself has made, unless all went well.
-class CNewFile
+class CMadeFile
 {
 public:
-    explicit CNewFile(const std::wstring& path) : m_path(qel::NativePath(path))
+    explicit CMadeFile(const std::wstring& path) : m_path(FollowedLink(qel::NativePath(path)))
     {
         std::error_code error;
         m_remove = !std::filesystem::exists(m_path, error);
     }
-    CNewFile(const CNewFile&) = delete;
-    CNewFile& operator=(const CNewFile&) = delete;
-    ~CNewFile()
+    CMadeFile(const CMadeFile&) = delete;
+    CMadeFile& operator=(const CMadeFile&) = delete;
+    ~CMadeFile()
     {
         std::error_code error;
         if (m_remove)
@@ -42,7 +41,7 @@ EExit RunInit(CContext& context)
     if (kind == EKind::eLegacy && arguments.Has("--no-indexes"))
         throw UsageFailure("--no-indexes is for SQLite");
     const std::wstring path = Wide(arguments.Text("FILE"));
-    CNewFile made(path);
+    CMadeFile made(path);
     const CPropertyFile::SOptions options = context.FileOptions(EAccess::eWrite);
     // Making a legacy store replaces the file at once, so that the old one is only asked whether it could be.
     const bool replaces = kind == EKind::eLegacy && !made.IsNew() && arguments.Has("--force");

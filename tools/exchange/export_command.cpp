@@ -36,7 +36,8 @@ EExit RunExport(CContext& context)
     const CQelTable& table = names.Table(context.Arguments().Text("TABLE"));
     const unsigned long tableOid = table.Properties().oid;
     CRecordRows rows(context, names, table);
-    const std::vector<unsigned long> oids = CRecordFilter(context, names, table).Oids(context, *file);
+    const CRecordFilter filter(context, names, table);
+    const std::vector<unsigned long> oids = file->RecordOids(tableOid);
     COutput output(context);
     const auto writer = CRowWriter::Make(StyleOf(context, EFormat::eCsv), rows.Headings(), output.Stream());
     CProgress progress(context, "exporting", "records", oids.size());
@@ -45,7 +46,7 @@ EExit RunExport(CContext& context)
     CRecord record;
     for (const unsigned long oid : oids) {
         progress.Step(done++);
-        if (!walk.Read(*file, tableOid, oid, record))
+        if (!walk.Read(*file, tableOid, oid, record) || !filter.Meets(record))
             continue;
         CheckTypes(table, oid, record);
         writer->Write(rows.Row(oid, record));

@@ -19,6 +19,7 @@ public:
     CRecordFilter(const CContext& context, const CNames& names, const CQelTable& table);
 
     bool IsEmpty() const { return m_wanted.empty(); }
+    bool Meets(const CRecord& record) const;
     /// The oids of the records that are meant, in ascending order.
     std::vector<unsigned long> Oids(CContext& context, CPropertyFile& file) const;
 
@@ -29,8 +30,6 @@ private:
         bool null;
         std::string bytes; ///< of a value that is not null
     };
-
-    bool Meets(const CRecord& record) const;
 
     unsigned long m_table;
     std::vector<SWanted> m_wanted;

@@ -13,13 +13,25 @@ unsigned long long CountValues(const CRecord& record, unsigned long column)
         }));
 }
 
+bool ReadIfWhole(CPropertyFile& file, unsigned long table, unsigned long oid, CRecord& record)
+{
+    try {
+        return file.GetRecord(table, oid, record);
+    } catch (const SFailure& failure) {
+        if (failure.exit != EExit::eFaults)
+            throw;
+        record.clear();
+        return true;
+    }
+}
+
 SStored CountStored(CContext& context, CPropertyFile& file, unsigned long table, unsigned long column)
 {
     SStored stored;
     CRecord record;
     for (const unsigned long oid : file.RecordOids(table)) {
         context.CheckInterrupt();
-        if (!file.GetRecord(table, oid, record))
+        if (!ReadIfWhole(file, table, oid, record))
             continue;
         ++stored.records;
         stored.values += CountValues(record, column);

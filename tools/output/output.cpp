@@ -21,18 +21,6 @@ bool IsDevice(const std::filesystem::path& target)
     return std::filesystem::exists(status) && !std::filesystem::is_regular_file(status);
 }
 
-/// A file that the command reads stays what it is, whatever name it is given.
-void RefuseArgument(const CContext& context, const std::string& option, const std::filesystem::path& target)
-{
-    for (const char* const argument : {"FILE", "OTHER", "INPUT", "TARGET"}) {
-        std::error_code error;
-        const std::filesystem::path file = qel::NativePath(Wide(context.Arguments().Text(argument)));
-        if (std::filesystem::equivalent(file, target, error))
-            throw UsageFailure(option + (argument == std::string("FILE") ? ": this is the database itself"
-                                                                         : ": the command reads this file"));
-    }
-}
-
 } // namespace
 
 COutput::COutput(CContext& context, const std::string& option) : m_context(context), m_option(option)
@@ -46,7 +34,7 @@ COutput::COutput(CContext& context, const std::string& option) : m_context(conte
     m_toErr = IsStreamName(target, "2", "stderr");
     if (m_toErr)
         return;
-    RefuseArgument(context, option, target);
+    RequireOtherThanArguments(context.Arguments(), option);
     if (!IsDevice(target))
         m_part.emplace(name, true);
     m_file.open(m_part ? qel::NativePath(m_part->Path()) : target, std::ios::binary | std::ios::trunc);

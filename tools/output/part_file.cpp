@@ -10,20 +10,21 @@
 #include <random>
 
 namespace tool {
-namespace {
-
-/// A link stays; what it leads to is replaced.
-std::filesystem::path Followed(const std::filesystem::path& target)
+std::filesystem::path FollowedLink(const std::filesystem::path& path)
 {
     std::error_code error;
-    const std::filesystem::path end = std::filesystem::canonical(target, error);
-    return error ? target : end;
+    const std::filesystem::path end = std::filesystem::canonical(path, error);
+    if (!error)
+        return end;
+    constexpr int kLongest = 40; // links in a circle lead nowhere
+    std::filesystem::path followed = path;
+    for (int links = 0; links < kLongest && std::filesystem::is_symlink(followed, error); ++links)
+        followed = followed.parent_path() / std::filesystem::read_symlink(followed, error);
+    return followed;
 }
 
-} // namespace
-
 CPartFile::CPartFile(const std::string& target, bool force)
-    : m_name(target), m_target(Followed(qel::NativePath(Wide(target))))
+    : m_name(target), m_target(FollowedLink(qel::NativePath(Wide(target))))
 {
     std::error_code error;
     const std::filesystem::file_status status = std::filesystem::status(m_target, error);

@@ -34,4 +34,7 @@ private:
     bool m_published = false;
 };
 
+/// Where a symbolic link leads, even to nothing; any other path as it is.
+std::filesystem::path FollowedLink(const std::filesystem::path& path);
+
 } // namespace tool

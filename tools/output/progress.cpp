@@ -2,6 +2,7 @@
 #include "progress.h"
 
 #include "amount_text.h"
+#include "screen_text.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -54,14 +55,14 @@ std::string ProgressLine(const std::string& what, const std::string& unit, unsig
         AmountText(unit, done) + ", " + AmountText(unit, static_cast<unsigned long long>(rate)) + "/s";
     if (total > done && rate > 0)
         numbers += ", " + TimeText(static_cast<double>(total - done) / rate) + " left";
-    std::string line = what + ' ';
+    std::string line = OneLine(Wide(what)) + ' ';
     if (total > 0) {
         const double part = std::min(1.0, static_cast<double>(done) / static_cast<double>(total));
         numbers = ' ' + std::to_string(static_cast<int>(part * 100)) + "% " + numbers;
-        line += Bar(part, BarLength(line.size() + numbers.size(), columns));
+        line += Bar(part, BarLength(Columns(line) + numbers.size(), columns));
     }
     line += numbers;
-    return line.substr(0, columns); // ASCII alone
+    return Cut(line, columns);
 }
 
 CProgress::CProgress(CContext& context, std::string what, std::string unit, unsigned long long total)

@@ -31,19 +31,6 @@ void RefuseWithoutColumns(const CQelTable& table)
                       "'qelprop add-column' adds some");
 }
 
-/// Reads a record; a damaged one, which may go as any other, has no values.
-bool ReadIfWhole(CPropertyFile& file, unsigned long table, unsigned long oid, CRecord& record)
-{
-    try {
-        return file.GetRecord(table, oid, record);
-    } catch (const SFailure& failure) {
-        if (failure.exit != EExit::eFaults)
-            throw;
-        record.clear();
-        return true;
-    }
-}
-
 std::vector<unsigned long> GivenRecords(const CContext& context)
 {
     std::vector<unsigned long> oids;
