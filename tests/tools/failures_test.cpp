@@ -61,6 +61,19 @@ TEST(Notes, LetNoNameSteerTheTerminal)
     EXPECT_EQ(program.Run("-vv remove-table a.db @1").err.find('\x1b'), std::string::npos);
 }
 
+TEST(Notes, AreObjectsWithJson)
+{
+    CProgram program;
+    program.Run("init a.db");
+    program.Run("add-table a.db Lamps Name:string");
+    program.Run("add a.db Lamps Name=Desk");
+    EXPECT_EQ(program.Run("set a.db Lamps @1 Name=Wall --dry-run --json").err,
+              "{\"program\":\"qelprop\",\"note\":\"dry run: nothing was saved\"}\n");
+    EXPECT_EQ(program.Run("remove a.db Lamps @1 --yes --json").err,
+              "{\"program\":\"qelprop\",\"note\":\"removed 1 record with 1 value from table 'Lamps'\"}\n");
+    EXPECT_EQ(program.Run("backup a.db b.db --json --quiet").err, "");
+}
+
 TEST(Failure, RefusesArgumentsThatAreNoText)
 {
     CProgram program;

@@ -89,6 +89,26 @@ TEST_P(ImportInput, SaysThatADateIsTooEarly)
     EXPECT_THAT(RefusalOf("Founded\n00991231\n"), HasSubstr("want YYYY-MM-DD"));
 }
 
+TEST_P(ImportInput, CountsReferencesThatLeadNowhere)
+{
+    WriteFile(program.File(L"in.csv"), "Model,Maker\nA,1\nB,8\nC,9\nD,9\nE,\n");
+    EXPECT_EQ(Run("import cars.db Cars in.csv").err,
+              "imported 5 records, replaced 0, refused 0\n"
+              "3 references lead to no record; 'qelprop check' lists what dangles\n");
+    EXPECT_EQ(Run("check cars.db").exit, 5);
+}
+
+TEST_P(ImportInput, FindsWhatIsReferredToFurtherDown)
+{
+    Out("add-table cars.db Parts Name:string");
+    Out("add-column cars.db Parts Parent:reference:Parts.Name");
+    WriteFile(program.File(L"in.csv"), "@oid,Name,Parent\n11,Piston,12\n12,Engine,\n13,Valve,14\n");
+    EXPECT_EQ(Run("import cars.db Parts in.csv --dry-run").err,
+              "dry run: nothing was saved\n"
+              "would have imported 3 records, replaced 0, refused 0\n"
+              "1 reference leads to no record; 'qelprop check' lists what dangles\n");
+}
+
 INSTANTIATE_TEST_SUITE_P(Kinds, ImportInput, testing::Values("sqlite", "legacy"), KindName);
 
 } // namespace

@@ -72,6 +72,23 @@ TEST_P(Looking, PrintsNoRecordWhereOneOfManyIsMissing)
               "3 qelprop: cars.db: no record @3 in table 'Cars' (10020)");
 }
 
+TEST_P(Looking, TakesRangesOfRecordsThatAreThere)
+{
+    const auto oids = [&](const std::string& records) {
+        return Out("get cars.db Cars " + records + " --columns @oid --csv --no-header");
+    };
+    EXPECT_EQ(oids("1-7"), "1\n2\n7\n");
+    EXPECT_EQ(oids("@2-@4294967295,1"), "2\n7\n1\n");
+    EXPECT_EQ(oids("1,7 2-3"), "1\n7\n2\n");
+    EXPECT_EQ(Out("get cars.db Makers 3-9 --columns Name --json"), "[{\"Name\":\"Volvo\"}]\n");
+    EXPECT_EQ(Refusal("get cars.db Cars 3-6"),
+              "3 qelprop: cars.db: no record @3 to @6 in table 'Cars' (10020)");
+    EXPECT_EQ(Refusal("get cars.db Cars 1-2,5"), "3 qelprop: cars.db: no record @5 in table 'Cars' (10020)");
+    EXPECT_EQ(Refusal("get cars.db Cars 7-1"), "2 qelprop: '7-1' ends before it begins");
+    for (const char* const none : {"1-", "-", "1,,2", "1-2-3", "1-4294967296", "0-3"})
+        EXPECT_EQ(Run(std::string("get cars.db Cars -- ") + none).exit, 2) << none;
+}
+
 TEST_P(Looking, ShowsOneRecordLineByLine)
 {
     EXPECT_EQ(Out("get cars.db Cars @7"), "@oid   7\n"
@@ -110,7 +127,9 @@ TEST_P(Looking, TellsWhatTheFileIs)
     const std::string info = Out("info cars.db --json");
     EXPECT_THAT(info, HasSubstr("\"kind\": \"" + kind + "\""));
     EXPECT_THAT(info, HasSubstr("\"tables\": 2,\n  \"columns\": 6,\n  \"records\": 6,"));
-    EXPECT_THAT(info, HasSubstr("\"bytes\": " + std::to_string(Bytes().size())));
+    EXPECT_THAT(info, HasSubstr("\"bytes\": " + std::to_string(Bytes().size()) + ","));
+    EXPECT_THAT(Out("info cars.db"), HasSubstr(std::to_string(Bytes().size()) + " (" +
+                                               std::to_string(Bytes().size() / 1024) + ".0 KiB)\n"));
 }
 
 TEST_P(Looking, NeverChangesAFile)

@@ -134,6 +134,14 @@ TEST_P(Records, AreRemovedAllOrNone)
     EXPECT_EQ(Out("list cars.db Cars --columns Model -o plain"), "Sonett\n");
 }
 
+TEST_P(Records, AreRemovedByRanges)
+{
+    EXPECT_EQ(Run("remove cars.db Cars 1-2,2 --yes").err,
+              "removed 2 records with 8 values from table 'Cars'\n");
+    EXPECT_EQ(Run("remove cars.db Cars 1-2 --yes").exit, 3);
+    EXPECT_EQ(Out("list cars.db Cars --columns Model -o plain"), "Duett\n");
+}
+
 TEST_P(Records, AreLeftAloneInADryRun)
 {
     const std::string before = Out("list cars.db Cars --csv");

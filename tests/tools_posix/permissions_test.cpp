@@ -71,13 +71,16 @@ protected:
 TEST_P(Permissions, ReadOnlyFileIsReadAndNotWritten)
 {
     Allow(kReadFile, db);
+    EXPECT_THAT(Run({"info", db}).out, HasSubstr("writable     No\n"));
     ExpectReaders();
     ExpectNoWriters();
 }
 
 TEST_P(Permissions, FileInAReadOnlyFolderIsReadAndNotWritten)
 {
+    EXPECT_THAT(Run({"info", db}).out, HasSubstr("writable     Yes\n"));
     Allow(kReadFolder, folder.Root());
+    EXPECT_THAT(Run({"info", db}).out, HasSubstr("writable     No\n"));
     ExpectReaders();
     ExpectNoWriters();
 }

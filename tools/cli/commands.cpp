@@ -31,7 +31,7 @@ const std::vector<SOption>& OutputOptions()
          {"table", "csv", "tsv", "json", "jsonl", "plain"}},
         {"--csv", "", "the same as -o csv"},
         {"--tsv", "", "the same as -o tsv"},
-        {"--json", "", "the same as -o json; errors become JSON, too"},
+        {"--json", "", "the same as -o json; errors and notes become JSON, too"},
         {"--jsonl", "", "the same as -o jsonl"},
         {"--null", "TEXT", "what stands for Null"},
         {"--no-header", "", "no line of column names"},
@@ -122,6 +122,11 @@ SPositional FileArgument(const std::string& help)
 SPositional TableArgument()
 {
     return {"TABLE", "a table, by name or as @OID", true, false, ENames::eTable};
+}
+
+SPositional RecordListArgument()
+{
+    return {"RECORD", "records by their oids: @7, 1-5, or 1-5,9", true, true};
 }
 
 std::vector<SOption> FilterOptions()

@@ -24,6 +24,8 @@ const char* GroupTitle(EGroup group);
 SPositional FileArgument(const std::string& help = "an SQLite database or a legacy store");
 /// TABLE, by name or as @OID.
 SPositional TableArgument();
+/// RECORD..., which CRecordList reads.
+SPositional RecordListArgument();
 /// --where and --where-null, which CRecordFilter reads.
 std::vector<SOption> FilterOptions();
 /// A command's own options and others.

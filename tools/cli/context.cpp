@@ -1,6 +1,7 @@
 // context.cpp: opens files, keeps the log, asks the user.
 #include "context.h"
 
+#include "failure_text.h"
 #include "log_on_stream.h"
 #include "output/screen_text.h"
 
@@ -115,7 +116,7 @@ void CContext::CheckInterrupt() const
 void CContext::Tell(const std::string& line)
 {
     if (!IsQuiet())
-        Err() << OneLine(Wide(line)) + '\n'; // in one piece, for others may write there as well
+        Err() << NoteText(line, m_arguments.Has("--json")); // in one piece: others may write there as well
 }
 
 void CContext::Confirm(const std::string& question)

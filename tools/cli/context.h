@@ -71,7 +71,7 @@ public:
 
     /// @throws SFailure  130 once the user has asked to stop; what was not committed is rolled back
     void CheckInterrupt() const;
-    /// A line for people on Err(), not with --quiet.
+    /// A line for people on Err(), an object with --json, nothing with --quiet.
     void Tell(const std::string& line);
     /// Asks a yes-or-no question on a terminal.
     /// @throws SFailure  where there is no terminal and --yes was not given, and when the answer is no

@@ -25,6 +25,11 @@ std::string PlainText(const SFailure& failure)
     return text + '\n' + (failure.hint.empty() ? "" : "hint: " + shown(failure.hint) + '\n');
 }
 
+std::string Line(const nlohmann::ordered_json& object)
+{
+    return object.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace) + '\n';
+}
+
 std::string JsonText(const SFailure& failure)
 {
     nlohmann::ordered_json object;
@@ -39,7 +44,7 @@ std::string JsonText(const SFailure& failure)
     if (!failure.hint.empty())
         object["hint"] = failure.hint;
     object["exit"] = static_cast<int>(failure.exit);
-    return object.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace) + '\n';
+    return Line(object);
 }
 
 } // namespace
@@ -47,6 +52,11 @@ std::string JsonText(const SFailure& failure)
 std::string FailureText(const SFailure& failure, bool json)
 {
     return json ? JsonText(failure) : PlainText(failure);
+}
+
+std::string NoteText(const std::string& note, bool json)
+{
+    return json ? Line({{"program", "qelprop"}, {"note", note}}) : OneLine(Wide(note)) + '\n';
 }
 
 } // namespace tool

@@ -11,4 +11,7 @@ namespace tool {
 /// object. Ends with a line end.
 std::string FailureText(const SFailure& failure, bool json);
 
+/// A note for people as one line; with `json` one object. Ends with a line end.
+std::string NoteText(const std::string& note, bool json);
+
 } // namespace tool

@@ -34,8 +34,8 @@ SCommand Import()
         "none.\n\n"
         "A record keeps the oid that the file gives it as @oid; one that is there already is written over "
         "only with --key @oid. With a key, columns that the file does not name keep their values. References "
-        "are "
-        "not looked up, since what they refer to may come later; 'check' lists those that lead nowhere.",
+        "to records that are not there are taken, since those may come later; a note counts them, and "
+        "'check' lists them.",
         {FileArgument(),
          TableArgument(),
          {"INPUT", "the file to read; - for standard input", true, false, ENames::eFile}},

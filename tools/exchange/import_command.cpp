@@ -158,10 +158,14 @@ EExit RunImport(CContext& context)
     CImporter importer(*file, table, ImportRulesOf(context, names, table));
     const std::unique_ptr<CRecordSource> source = CRecordSource::Make(format, input.Stream(), rules);
     const unsigned long long refused = PutAll(context, *source, importer, input);
+    const unsigned long long dangling = importer.Dangling();
     context.Finish(*file);
     const bool dry = context.IsDryRun();
     context.Tell((dry ? "would have imported " : "imported ") + Counted(importer.Added(), "record") +
                  ", replaced " + GroupedText(importer.Replaced()) + ", refused " + GroupedText(refused));
+    if (dangling > 0)
+        context.Tell(Counted(dangling, "reference") + (dangling == 1 ? " leads" : " lead") +
+                     " to no record; 'qelprop check' lists what dangles");
     return EExit::eDone;
 }
 

@@ -32,7 +32,7 @@ void CKeyIndex::Add(const CQelProperty& key, unsigned long recordOid)
 }
 
 CImporter::CImporter(CPropertyFile& file, const CQelTable& table, const SRules& rules)
-    : m_file(file), m_table(table), m_rules(rules)
+    : m_file(file), m_table(table), m_rules(rules), m_references(file, table)
 {
     if (rules.keyColumn != 0)
         m_keys = std::make_unique<CKeyIndex>(file, table.Properties().oid, rules.keyColumn);
@@ -84,10 +84,11 @@ void CImporter::Put(SSourceRecord& record)
     const unsigned long oid = Match(record);
     if (oid == 0) {
         Add(record);
-        return;
+    } else {
+        m_file.SetRecord(m_table.Properties().oid, oid, record.values);
+        ++m_replaced;
     }
-    m_file.SetRecord(m_table.Properties().oid, oid, record.values);
-    ++m_replaced;
+    m_references.See(record.values);
 }
 
 } // namespace tool

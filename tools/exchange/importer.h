@@ -2,6 +2,7 @@
 #pragma once
 
 #include "record_source.h"
+#include "reference_watch.h"
 
 #include <string>
 #include <unordered_map>
@@ -42,6 +43,8 @@ public:
 
     unsigned long long Added() const { return m_added; }
     unsigned long long Replaced() const { return m_replaced; }
+    /// References of the records put that lead to no record by now.
+    unsigned long long Dangling() { return m_references.Dangling(); }
 
 private:
     const CQelProperty* KeyOf(const SSourceRecord& record) const;
@@ -52,6 +55,7 @@ private:
     const CQelTable& m_table;
     SRules m_rules;
     std::unique_ptr<CKeyIndex> m_keys;
+    CReferenceWatch m_references;
     unsigned long long m_added = 0;
     unsigned long long m_replaced = 0;
 };

@@ -2,7 +2,7 @@
 #include "exchange/neutral_text.h"
 #include "exchange/value_parts.h"
 #include "look.h"
-#include "names/names.h"
+#include "names/record_list.h"
 #include "output/output.h"
 #include "output/single.h"
 #include "record_rows.h"
@@ -17,6 +17,7 @@ struct SFound
     const CNames& names;
     const CQelTable& table;
     std::vector<unsigned long> oids;
+    bool single; ///< one record was asked for by its oid
 };
 
 CRecord ReadRecord(const SFound& found, unsigned long oid)
@@ -32,7 +33,7 @@ void PrintRows(CContext& context, const SFound& found)
     CRecordRows rows(context, found.names, found.table);
     if (context.Format() == EFormat::eTable)
         rows.ShowReferences(found.file);
-    if (found.oids.size() == 1) {
+    if (found.single) {
         CSingle single;
         const std::vector<std::string> headings = rows.Headings();
         const CRow row = rows.Row(found.oids.front(), ReadRecord(found, found.oids.front()));
@@ -71,7 +72,7 @@ std::string BytesOf(const CQelProperty& value, const std::string& column)
 
 void PrintBytes(CContext& context, const SFound& found)
 {
-    if (found.oids.size() != 1)
+    if (!found.single)
         throw UsageFailure("--blob takes one record");
     const std::string name = context.Arguments().Text("--blob");
     const CQelTable::SQelColumn column = found.names.Column(found.table, name);
@@ -94,12 +95,11 @@ void PrintBytes(CContext& context, const SFound& found)
 
 EExit RunGet(CContext& context)
 {
-    std::vector<unsigned long> oids;
-    for (const std::string& given : context.Arguments().All("RECORD"))
-        oids.push_back(CNames::RecordOid(given));
+    const CRecordList records(context.Arguments().All("RECORD"));
     const std::unique_ptr<CPropertyFile> file = context.OpenFile(EAccess::eRead);
     const CNames names(*file);
-    const SFound found{*file, names, names.Table(context.Arguments().Text("TABLE")), oids};
+    const CQelTable& table = names.Table(context.Arguments().Text("TABLE"));
+    const SFound found{*file, names, table, records.Oids(*file, names, table), records.IsSingle()};
     if (context.Arguments().Has("--blob"))
         PrintBytes(context, found);
     else

@@ -1,8 +1,10 @@
 // info.cpp: what a file is and how large.
 #include "look.h"
+#include "output/amount_text.h"
 #include "output/output.h"
 #include "output/single.h"
 
+#include <qelplat4/folder_access.h>
 #include <qelplat4/native_path.h>
 
 #include <filesystem>
@@ -35,9 +37,12 @@ unsigned long long ReclaimableBytes(CContext& context, const std::wstring& path)
     return 0;
 }
 
+/// A change wants a file beside it as well, so that the folder has a say.
 bool CanBeWritten(const std::wstring& path)
 {
-    return std::fstream(qel::NativePath(path), std::ios::in | std::ios::out | std::ios::binary).is_open();
+    const std::filesystem::path file = qel::NativePath(path);
+    return std::fstream(file, std::ios::in | std::ios::out | std::ios::binary).is_open() &&
+           qel::CanMakeFilesIn(file.parent_path());
 }
 
 unsigned long long BytesOf(const std::wstring& path)
@@ -45,6 +50,12 @@ unsigned long long BytesOf(const std::wstring& path)
     std::error_code error;
     const auto size = std::filesystem::file_size(qel::NativePath(path), error);
     return error ? 0 : size;
+}
+
+void AddBytes(CSingle& single, const char* name, unsigned long long bytes)
+{
+    constexpr unsigned long long kLeast = 1024; // less needs no other unit
+    single.Add(name, NumberCell(bytes), bytes < kLeast ? "" : SizeText(bytes));
 }
 
 } // namespace
@@ -70,8 +81,8 @@ EExit RunInfo(CContext& context)
     single.Add("tables", NumberCell(tables));
     single.Add("columns", NumberCell(columns));
     single.Add("records", NumberCell(records));
-    single.Add("bytes", NumberCell(BytesOf(path)));
-    single.Add("reclaimable", NumberCell(ReclaimableBytes(context, path)));
+    AddBytes(single, "bytes", BytesOf(path));
+    AddBytes(single, "reclaimable", ReclaimableBytes(context, path));
     single.Add("writable", FlagCell(CanBeWritten(path)));
     single.Print(context);
     return EExit::eDone;

@@ -89,11 +89,13 @@ SCommand Get()
         "get",
         EGroup::eLook,
         "show records by their oids",
-        "With --json one record is one object, several are an array. --blob gives the bytes of one value as "
-        "they are; 'set ... Photo@=photo.jpg' puts them in.",
-        {FileArgument(), TableArgument(), {"RECORD", "a record, as @OID", true, true}},
+        "With --json one record is one object; several, or a range, are an array. Of a range those records "
+        "are shown that are there. --blob gives the bytes of one value as they are; 'set ... "
+        "Photo@=photo.jpg' puts them in.",
+        {FileArgument(), TableArgument(), RecordListArgument()},
         {kColumns, {"--blob", "COLUMN", "the raw bytes of this column alone", {}, false, ENames::eColumn}},
         {{"qelprop get cars.db Cars @7 --json", ""},
+         {"qelprop get cars.db Cars 1-3,7 --csv", ""},
          {"qelprop get cars.db Cars @7 --blob Photo -O photo.jpg", "raw bytes"}},
         true,
         RunGet};

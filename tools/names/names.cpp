@@ -117,10 +117,11 @@ unsigned long CNames::RecordOid(const std::string& given)
     return oid;
 }
 
-SFailure CNames::NoRecord(const CQelTable& table, unsigned long oid) const
+SFailure CNames::NoRecord(const CQelTable& table, unsigned long oid, unsigned long last) const
 {
-    return NotFound("no record @" + std::to_string(oid) + " in table " + Quoted(table.Properties().name), {},
-                    {});
+    const std::string range = last == 0 ? "" : " to @" + std::to_string(last);
+    return NotFound(
+        "no record @" + std::to_string(oid) + range + " in table " + Quoted(table.Properties().name), {}, {});
 }
 
 void RequireValidName(const std::wstring& name)

@@ -29,8 +29,9 @@ public:
 
     /// The oid of a record written as @7 or 7. @throws SFailure  2 for anything else
     static unsigned long RecordOid(const std::string& given);
-    /// A failure 3 about a record that is not there.
-    SFailure NoRecord(const CQelTable& table, unsigned long oid) const;
+    /// A failure 3 about a record that is not there, or a range in which there is none.
+    /// @param last  0 for one record
+    SFailure NoRecord(const CQelTable& table, unsigned long oid, unsigned long last = 0) const;
 
 private:
     SFailure NotFound(const std::string& message, const std::string& given,

@@ -9,10 +9,11 @@
 
 namespace tool {
 
-void CSingle::Add(const std::string& name, const CQelProperty& value)
+void CSingle::Add(const std::string& name, const CQelProperty& value, const std::string& remark)
 {
     m_names.push_back(name);
     m_values.push_back(value);
+    m_remarks.push_back(remark.empty() ? "" : " (" + remark + ")");
 }
 
 void CSingle::Print(CContext& context) const
@@ -27,7 +28,7 @@ void CSingle::Print(CContext& context) const
             widest = std::max(widest, Columns(OneLine(Wide(name))));
         for (std::size_t index = 0; index < m_names.size(); ++index) {
             const std::string name = Padded(OneLine(Wide(m_names[index])), widest, false);
-            const std::string line = name + "  " + ScreenText(m_values[index], style);
+            const std::string line = name + "  " + ScreenText(m_values[index], style) + m_remarks[index];
             output.Stream() << (style.width == 0 ? line : Cut(line, style.width)) << '\n';
         }
     } else {

@@ -9,13 +9,15 @@ namespace tool {
 class CSingle
 {
 public:
-    void Add(const std::string& name, const CQelProperty& value);
+    /// @param remark  stands behind the value for people; no other form has it
+    void Add(const std::string& name, const CQelProperty& value, const std::string& remark = {});
     /// Prints to where the command line says.
     void Print(CContext& context) const;
 
 private:
     std::vector<std::string> m_names;
     CRow m_values;
+    std::vector<std::string> m_remarks;
 };
 
 } // namespace tool

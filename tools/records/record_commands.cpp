@@ -66,7 +66,7 @@ SCommand Remove()
             "Says how many values go, and asks. All records that are named go, or none. What refers to them "
             "stays, and "
             "dangles then; 'check' finds it.",
-            {FileArgument(), TableArgument(), {"RECORD", "a record, as @OID", true, true}},
+            {FileArgument(), TableArgument(), RecordListArgument()},
             {YesOption(), DryRunOption()},
             {{"qelprop remove cars.db Cars @7 @8 --yes", ""}},
             false,

@@ -2,6 +2,7 @@
 #include "records.h"
 
 #include "names/assignment.h"
+#include "names/record_list.h"
 #include "names/stored_values.h"
 #include "output/amount_text.h"
 
@@ -31,11 +32,11 @@ void RefuseWithoutColumns(const CQelTable& table)
                       "'qelprop add-column' adds some");
 }
 
-std::vector<unsigned long> GivenRecords(const CContext& context)
+/// The records that are to go, each once.
+std::vector<unsigned long> RecordsToRemove(const CRecordList& list, CPropertyFile& file, const CNames& names,
+                                           const CQelTable& table)
 {
-    std::vector<unsigned long> oids;
-    for (const std::string& given : context.Arguments().All("RECORD"))
-        oids.push_back(CNames::RecordOid(given));
+    std::vector<unsigned long> oids = list.Oids(file, names, table);
     std::sort(oids.begin(), oids.end());
     oids.erase(std::unique(oids.begin(), oids.end()), oids.end());
     return oids;
@@ -80,12 +81,14 @@ EExit RunSet(CContext& context)
 EExit RunRemove(CContext& context)
 {
     const std::string given = context.Arguments().Text("TABLE");
-    const std::vector<unsigned long> oids = GivenRecords(context);
+    const CRecordList list(context.Arguments().All("RECORD"));
+    std::vector<unsigned long> oids;
     std::string what;
     {
         const std::unique_ptr<CPropertyFile> file = context.OpenFile(EAccess::eRead);
         const CNames names(*file);
         const CQelTable& table = names.Table(given);
+        oids = RecordsToRemove(list, *file, names, table);
         unsigned long long values = 0;
         CRecord record;
         for (const unsigned long oid : oids) {
