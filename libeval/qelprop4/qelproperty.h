@@ -207,7 +207,7 @@ public:
     static std::wstring GetTypeName(EType type);
 
 protected:
-    /// Frees the buffer and empties payload and bias; type and currency symbol stay.
+    /// Frees the buffer with its size and empties payload and bias; type and currency symbol stay.
     void Clear();
     /// Gives the text of a null, a text or a hyperlink.
     /// @return false, with `out` empty, for every other type

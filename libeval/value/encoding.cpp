@@ -94,6 +94,7 @@ void ReadValue(Source& source, CQelProperty& value)
     try {
         ReadFields(source, data);
     } catch (...) {
+        data.nBufferSize = 0;
         value.SetNull();
         throw;
     }

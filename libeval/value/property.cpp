@@ -41,6 +41,7 @@ CQelProperty::CQelProperty(const CQelProperty& other) : CQelBase(other), m_data(
 CQelProperty::CQelProperty(CQelProperty&& other) noexcept : m_data(std::move(other.m_data))
 {
     other.m_data.pBuffer = nullptr;
+    other.m_data.nBufferSize = 0;
     other.m_data.sCurrencySymbol.clear();
     other.SetNull();
 }
@@ -68,6 +69,7 @@ const CQelProperty& CQelProperty::operator=(CQelProperty&& other) noexcept
     delete[] m_data.pBuffer;
     m_data = std::move(other.m_data);
     other.m_data.pBuffer = nullptr;
+    other.m_data.nBufferSize = 0;
     other.m_data.sCurrencySymbol.clear();
     other.SetNull();
     return *this;
@@ -80,8 +82,10 @@ CQelProperty::~CQelProperty()
 
 void CQelProperty::Clear()
 {
-    delete[] std::exchange(m_data.pBuffer, nullptr);
-    m_data.nBufferSize = 0;
+    if (m_data.pBuffer != nullptr) { // a size that was read without a buffer stays
+        delete[] std::exchange(m_data.pBuffer, nullptr);
+        m_data.nBufferSize = 0;
+    }
     m_data.uValue.nUInt64 = 0;
     m_data.nReserved = 0;
     m_data.nTimeBias = qel::kNoBias;

@@ -121,6 +121,24 @@ TEST(ValueModel, ClearFreesTheBufferAndItsSize)
     EXPECT_EQ(value.Data().nBufferSize, 0u);
 }
 
+TEST(ValueModel, BufferSizeWithoutABufferOutlivesTheSettersOfNumbers)
+{
+    CQelProperty value = Stored("0400"
+                                "02000000"
+                                "00000000"
+                                "64000000"
+                                "00000000"
+                                "0500000000000000");
+    value.SetInt(6);
+    EXPECT_EQ(value.Data().nBufferSize, 100u);
+    value.SetNull();
+    EXPECT_EQ(value.Data().nBufferSize, 100u);
+    value.SetString(L"ab");
+    EXPECT_EQ(value.Data().nBufferSize, 6u);
+    value.SetInt(6);
+    EXPECT_EQ(value.Data().nBufferSize, 0u);
+}
+
 TEST(ValueModel, ReservedWordIsDroppedByTheNextSetter)
 {
     CQelProperty value = Stored("0400"
