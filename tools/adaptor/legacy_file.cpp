@@ -1,9 +1,7 @@
 // legacy_file.cpp: commands' view of CQelPropDB3X; turns slots into values that name their column.
 #include "legacy_file.h"
 
-#include "display_order.h"
 #include "patience.h"
-#include "text.h"
 
 #include <algorithm>
 
@@ -21,10 +19,8 @@ unsigned int StoreCode(const std::wstring& path, bool readOnly)
 
 } // namespace
 
-CLegacyFile::CLegacyFile(const std::wstring& path, const SOptions& options) : m_path(path), m_options(options)
-{
-    m_database.SetLogfile(options.log);
-}
+CLegacyFile::CLegacyFile(const std::wstring& path, const SOptions& options) : CDatabaseFile(path, options)
+{}
 
 CLegacyFile::~CLegacyFile()
 {
@@ -67,12 +63,6 @@ unsigned int CLegacyFile::TryOpen(bool readOnly)
     return code == qel::kNotOpen ? StoreCode(m_path, readOnly) : code;
 }
 
-void CLegacyFile::Require(unsigned int code, const std::string& doing) const
-{
-    if (code != qel::kSuccess)
-        throw FailureOf(code, Utf8(m_path), doing);
-}
-
 void CLegacyFile::Begin()
 {
     if (m_begun)
@@ -95,51 +85,35 @@ void CLegacyFile::Rollback() noexcept
     if (!m_begun)
         return;
     m_begun = false;
+    ForgetTable();
     m_database.BlobDB().RollbackBatch();
 }
 
 std::vector<CQelTable> CLegacyFile::Tables()
 {
-    std::vector<unsigned long> oids;
-    Require(m_database.GetTables(oids), "cannot list the tables");
     std::vector<CQelTable> tables;
-    tables.reserve(oids.size());
-    for (const unsigned long oid : oids) {
-        CQelTable3X table(oid);
-        Require(m_database.GetTable(table), "cannot read a table");
-        tables.emplace_back(oid);
+    for (const CQelTable3X& stored : StoredTables()) {
+        tables.emplace_back(stored.Properties().oid);
         CQelTable::SData& data = tables.back().Properties();
-        data.name = table.Properties().name;
-        data.description = table.Properties().description;
-        data.flag = table.Properties().flag;
-        data.columns.assign(table.Columns().begin(), table.Columns().end());
-        SortByDisplayOrder(data.columns);
+        data.name = stored.Properties().name;
+        data.description = stored.Properties().description;
+        data.flag = stored.Properties().flag;
+        data.columns.assign(stored.Columns().begin(), stored.Columns().end());
     }
     return tables;
-}
-
-const CQelTable3X& CLegacyFile::Table(unsigned long tableOid)
-{
-    if (m_table.Properties().oid == tableOid && tableOid != 0)
-        return m_table;
-    CQelTable3X table(tableOid);
-    Require(m_database.GetTable(table), "no such table");
-    m_table = std::move(table);
-    return m_table;
 }
 
 CQelTable3X::SQelColumn CLegacyFile::StoredColumn(unsigned long tableOid, unsigned long columnOid)
 {
     CQelTable3X::SQelColumn column;
-    if (!Table(tableOid).GetColumn(columnOid, column))
+    if (!TableOf(tableOid).GetColumn(columnOid, column))
         Require(qel::kNotFound, "no such column");
     return column;
 }
 
 void CLegacyFile::AddTable(CQelTable& table)
 {
-    Begin();
-    m_table = CQelTable3X();
+    BeginChange();
     CQelTable3X added;
     added.Properties().name = table.Properties().name;
     added.Properties().description = table.Properties().description;
@@ -159,24 +133,10 @@ void CLegacyFile::AddTable(CQelTable& table)
     table.Properties().oid = added.Properties().oid;
 }
 
-void CLegacyFile::RenameTable(unsigned long tableOid, const std::wstring& name)
-{
-    Begin();
-    m_table = CQelTable3X();
-    Require(m_database.RenameTable(tableOid, name), "cannot rename the table to " + Quoted(name));
-}
-
-void CLegacyFile::RemoveTable(unsigned long tableOid)
-{
-    Begin();
-    m_table = CQelTable3X();
-    Require(m_database.RemoveTable(tableOid), "cannot remove the table");
-}
-
 unsigned long CLegacyFile::AddColumn(unsigned long tableOid, const CQelTable::SQelColumn& column)
 {
     Begin();
-    const CQelTable3X& table = Table(tableOid);
+    const CQelTable3X& table = TableOf(tableOid);
     CQelTable3X::SQelColumn added;
     static_cast<CQelTable::SQelColumn&>(added) = column;
     added.displayOrder = static_cast<int>(table.Columns().size());
@@ -184,7 +144,7 @@ unsigned long CLegacyFile::AddColumn(unsigned long tableOid, const CQelTable::SQ
     added.dataIndex = 0;
     for (const CQelTable3X::SQelColumn& present : table.Columns())
         added.dataIndex = std::max(added.dataIndex, present.dataIndex + 1);
-    m_table = CQelTable3X();
+    ForgetTable();
     Require(m_database.TableAddColumn(tableOid, added), "cannot add column " + Quoted(column.name));
     return added.oid;
 }
@@ -194,21 +154,13 @@ void CLegacyFile::ModifyColumn(unsigned long tableOid, const CQelTable::SQelColu
     Begin();
     CQelTable3X::SQelColumn modified = StoredColumn(tableOid, column.oid);
     static_cast<CQelTable::SQelColumn&>(modified) = column;
-    m_table = CQelTable3X();
+    ForgetTable();
     Require(m_database.TableModifyColumn(tableOid, modified), "cannot change column " + Quoted(column.name));
-}
-
-void CLegacyFile::RenameColumn(unsigned long tableOid, unsigned long columnOid, const std::wstring& name)
-{
-    Begin();
-    m_table = CQelTable3X();
-    Require(m_database.RenameColumn(tableOid, columnOid, name),
-            "cannot rename the column to " + Quoted(name));
 }
 
 void CLegacyFile::RemoveColumn(unsigned long tableOid, unsigned long columnOid)
 {
-    m_table = CQelTable3X();
+    ForgetTable();
     Commit(); // the removal copies and reopens the store's file, which ends a batch
     Require(m_database.TableRemoveColumn(tableOid, columnOid), "cannot remove the column");
 }
@@ -216,24 +168,24 @@ void CLegacyFile::RemoveColumn(unsigned long tableOid, unsigned long columnOid)
 void CLegacyFile::MoveColumn(unsigned long tableOid, unsigned long columnOid, unsigned int position)
 {
     Begin();
-    std::vector<CQelTable3X::SQelColumn> columns = Table(tableOid).Columns();
+    std::vector<CQelTable3X::SQelColumn> columns = TableOf(tableOid).Columns();
     MoveTo(columns, columnOid, position);
     NumberInOrder(columns);
     // Every change renumbers the rest, so the columns are set from the front to their final places.
     for (CQelTable3X::SQelColumn& column : columns) {
-        m_table = CQelTable3X();
-        const std::vector<CQelTable3X::SQelColumn> now = Table(tableOid).Columns();
+        ForgetTable();
+        const std::vector<CQelTable3X::SQelColumn> now = TableOf(tableOid).Columns();
         const auto place = static_cast<std::size_t>(column.displayOrder);
         if (now[place].oid != column.oid)
             Require(m_database.TableSwapDisplayOrder(tableOid, column.oid, now[place].oid),
                     "cannot move the column");
     }
-    m_table = CQelTable3X();
+    ForgetTable();
 }
 
 CRecord CLegacyFile::BySlot(unsigned long tableOid, const CRecord& record)
 {
-    const std::vector<CQelTable3X::SQelColumn>& columns = Table(tableOid).Columns();
+    const std::vector<CQelTable3X::SQelColumn>& columns = TableOf(tableOid).Columns();
     CRecord slots(columns.size());
     for (const CQelTable3X::SQelColumn& column : columns) {
         CRecord::const_iterator given;
@@ -277,34 +229,15 @@ void CLegacyFile::RemoveRecord(unsigned long tableOid, unsigned long recordOid)
     Require(m_database.RemoveRecord(tableOid, recordOid), "cannot remove the record");
 }
 
-bool CLegacyFile::HasRecord(unsigned long tableOid, unsigned long recordOid)
-{
-    return m_database.HasRecord(tableOid, recordOid);
-}
-
 bool CLegacyFile::GetRecord(unsigned long tableOid, unsigned long recordOid, CRecord& record)
 {
     const unsigned int code = m_database.GetRecord(tableOid, recordOid, record);
     if (code == qel::kNotFound && !HasRecord(tableOid, recordOid))
         return false;
     if (code != qel::kSuccess)
-        throw UnreadableRecord(code, m_path, Table(tableOid).Properties().name, recordOid);
-    SortLike(Table(tableOid).Columns(), record);
+        throw UnreadableRecord(code, m_path, TableOf(tableOid).Properties().name, recordOid);
+    SortLike(TableOf(tableOid).Columns(), record);
     return true;
-}
-
-unsigned int CLegacyFile::CountRecords(unsigned long tableOid)
-{
-    unsigned int count = 0;
-    Require(m_database.GetRecordCount(tableOid, count), "cannot count the records");
-    return count;
-}
-
-std::vector<unsigned long> CLegacyFile::RecordOids(unsigned long tableOid)
-{
-    std::vector<unsigned long> oids;
-    Require(m_database.GetRecordOids(tableOid, oids, nullptr), "cannot list the records");
-    return oids;
 }
 
 } // namespace tool

@@ -1,11 +1,11 @@
 // legacy_file.h: a property database in a record store of the earlier format.
 #pragma once
 
-#include "property_file.h"
+#include "database_file.h"
 
 namespace tool {
 
-class CLegacyFile : public CPropertyFile
+class CLegacyFile : public CDatabaseFile<CQelPropDB3X, CQelTable3X>
 {
 public:
     static std::unique_ptr<CPropertyFile> Open(const std::wstring& path, const SOptions& options);
@@ -14,17 +14,13 @@ public:
     ~CLegacyFile() override;
 
     EKind Kind() const override { return EKind::eLegacy; }
-    const std::wstring& Path() const override { return m_path; }
     bool IsReadOnly() const override { return m_database.BlobDB().IsReadOnly(); }
 
     bool HasOtherTables() override { return false; }
     std::vector<CQelTable> Tables() override;
     void AddTable(CQelTable& table) override;
-    void RenameTable(unsigned long tableOid, const std::wstring& name) override;
-    void RemoveTable(unsigned long tableOid) override;
     unsigned long AddColumn(unsigned long tableOid, const CQelTable::SQelColumn& column) override;
     void ModifyColumn(unsigned long tableOid, const CQelTable::SQelColumn& column) override;
-    void RenameColumn(unsigned long tableOid, unsigned long columnOid, const std::wstring& name) override;
     /// Stands on its own: what was changed before is committed first, and it cannot be rolled back.
     void RemoveColumn(unsigned long tableOid, unsigned long columnOid) override;
     void MoveColumn(unsigned long tableOid, unsigned long columnOid, unsigned int position) override;
@@ -32,10 +28,7 @@ public:
     unsigned long AddRecord(unsigned long tableOid, const CRecord& record, unsigned long givenOid) override;
     void SetRecord(unsigned long tableOid, unsigned long recordOid, const CRecord& record) override;
     void RemoveRecord(unsigned long tableOid, unsigned long recordOid) override;
-    bool HasRecord(unsigned long tableOid, unsigned long recordOid) override;
     bool GetRecord(unsigned long tableOid, unsigned long recordOid, CRecord& record) override;
-    unsigned int CountRecords(unsigned long tableOid) override;
-    std::vector<unsigned long> RecordOids(unsigned long tableOid) override;
 
     void Commit() override;
     void Rollback() noexcept override;
@@ -49,18 +42,9 @@ private:
 
     unsigned int TryOpen(bool readOnly);
 
-    /// Begins the batch of the next change, if none is begun.
-    void Begin();
-    void Require(unsigned int code, const std::string& doing) const;
-    const CQelTable3X& Table(unsigned long tableOid);
+    void Begin() override;
     CQelTable3X::SQelColumn StoredColumn(unsigned long tableOid, unsigned long columnOid);
     CRecord BySlot(unsigned long tableOid, const CRecord& record);
-
-    std::wstring m_path;
-    SOptions m_options;
-    CQelPropDB3X m_database;
-    bool m_begun = false;
-    CQelTable3X m_table; // the table used last; oid 0 for none
 };
 
 } // namespace tool

@@ -1,9 +1,6 @@
 // sqlite_file.cpp: commands' view of CQelPropDB.
 #include "sqlite_file.h"
 
-#include "display_order.h"
-#include "text.h"
-
 #include <sqlite3.h>
 
 #include <algorithm>
@@ -11,11 +8,10 @@
 #include <limits>
 
 namespace tool {
+
 CSQLiteFile::CSQLiteFile(const std::wstring& path, const SOptions& options)
-    : m_path(path), m_options(options), m_patience(options.busyTimeout), m_database(nullptr)
-{
-    m_database.SetLogfile(options.log);
-}
+    : CEngineConnection(options.busyTimeout), CDatabaseFile(path, options, nullptr)
+{}
 
 CSQLiteFile::~CSQLiteFile()
 {
@@ -91,12 +87,6 @@ SFailure CSQLiteFile::NoPropertyTables() const
                        "'qelprop init' puts them in");
 }
 
-void CSQLiteFile::Require(unsigned int code, const std::string& doing) const
-{
-    if (code != qel::kSuccess)
-        throw FailureOf(code, Utf8(m_path), doing);
-}
-
 void CSQLiteFile::OpenConnection(bool readOnly)
 {
     Require(CQelSQLite::MapQelERR(m_sqlite.Open(m_path, readOnly)), "cannot open");
@@ -106,14 +96,7 @@ void CSQLiteFile::OpenConnection(bool readOnly)
 
 void CSQLiteFile::RunText(const wchar_t* sql, const std::string& doing)
 {
-    unsigned int code = qel::kSuccess;
-    try {
-        code = CQelSQLite::MapQelERR(m_sqlite.ExecSQL(sql));
-    } catch (CQelException* exception) {
-        code = exception->GetCode();
-        exception->Delete();
-    }
-    Require(code, doing);
+    Require(CQelSQLite::MapQelERR(m_sqlite.ExecSQL(sql)), doing);
 }
 
 void CSQLiteFile::Begin()
@@ -146,40 +129,14 @@ void CSQLiteFile::Rollback() noexcept
     if (!m_begun)
         return;
     m_begun = false;
+    ForgetTable();
     try {
-        m_sqlite.ExecSQL(L"ROLLBACK");
+        m_sqlite.ExecSQL(L"ROLLBACK"); // fails where the engine has ended the transaction itself
         // A file that could not be written is put right by the next that reads it with the right to write.
         if (m_options.access == EAccess::eWrite)
             m_sqlite.ExecSQL(L"SELECT 1 FROM sqlite_master");
-    } catch (CQelException* exception) {
-        exception->Delete(); // the engine had ended the transaction itself
-    } catch (...) {
+    } catch (...) { // out of memory, and closing rolls back as well
     }
-}
-
-std::vector<CQelTable> CSQLiteFile::Tables()
-{
-    std::vector<unsigned long> oids;
-    Require(m_database.GetTables(oids), "cannot list the tables");
-    std::vector<CQelTable> tables;
-    tables.reserve(oids.size());
-    for (const unsigned long oid : oids) {
-        tables.emplace_back(oid);
-        Require(m_database.GetTable(tables.back()), "cannot read a table");
-        SortByDisplayOrder(tables.back().Properties().columns);
-    }
-    return tables;
-}
-
-const CQelTable& CSQLiteFile::Table(unsigned long tableOid)
-{
-    if (m_table.Properties().oid == tableOid && tableOid != 0)
-        return m_table;
-    CQelTable table(tableOid);
-    Require(m_database.GetTable(table), "no such table");
-    SortByDisplayOrder(table.Properties().columns);
-    m_table = std::move(table);
-    return m_table;
 }
 
 void CSQLiteFile::AddTable(CQelTable& table)
@@ -198,29 +155,14 @@ void CSQLiteFile::AddTable(CQelTable& table)
     table.Properties().oid = ordered.Properties().oid;
 }
 
-void CSQLiteFile::RenameTable(unsigned long tableOid, const std::wstring& name)
-{
-    Begin();
-    m_table = CQelTable();
-    Require(m_database.RenameTable(tableOid, name), "cannot rename the table to " + Quoted(name));
-}
-
-void CSQLiteFile::RemoveTable(unsigned long tableOid)
-{
-    Begin();
-    m_table = CQelTable();
-    Require(m_database.RemoveTable(tableOid), "cannot remove the table");
-}
-
 unsigned long CSQLiteFile::AddColumn(unsigned long tableOid, const CQelTable::SQelColumn& column)
 {
-    Begin();
-    m_table = CQelTable();
+    BeginChange();
     constexpr int kLast = 9999;
     CQelTable::SQelColumn added(column);
     added.displayOrder = kLast;
     Require(m_database.TableAddColumn(tableOid, added), "cannot add column " + Quoted(column.name));
-    for (const CQelTable::SQelColumn& stored : Table(tableOid).Columns()) {
+    for (const CQelTable::SQelColumn& stored : TableOf(tableOid).Columns()) {
         if (stored.name == column.name)
             return stored.oid;
     }
@@ -229,30 +171,20 @@ unsigned long CSQLiteFile::AddColumn(unsigned long tableOid, const CQelTable::SQ
 
 void CSQLiteFile::ModifyColumn(unsigned long tableOid, const CQelTable::SQelColumn& column)
 {
-    Begin();
-    m_table = CQelTable();
+    BeginChange();
     CQelTable::SQelColumn modified(column);
     Require(m_database.TableModifyColumn(tableOid, modified), "cannot change column " + Quoted(column.name));
 }
 
-void CSQLiteFile::RenameColumn(unsigned long tableOid, unsigned long columnOid, const std::wstring& name)
-{
-    Begin();
-    m_table = CQelTable();
-    Require(m_database.RenameColumn(tableOid, columnOid, name),
-            "cannot rename the column to " + Quoted(name));
-}
-
 void CSQLiteFile::RemoveColumn(unsigned long tableOid, unsigned long columnOid)
 {
-    Begin();
-    m_table = CQelTable();
+    BeginChange();
     Require(m_database.TableRemoveColumn(tableOid, columnOid), "cannot remove the column");
 }
 
 void CSQLiteFile::MoveColumn(unsigned long tableOid, unsigned long columnOid, unsigned int position)
 {
-    std::vector<CQelTable::SQelColumn> columns = Table(tableOid).Columns();
+    std::vector<CQelTable::SQelColumn> columns = TableOf(tableOid).Columns();
     MoveTo(columns, columnOid, position);
     NumberInOrder(columns);
     for (const CQelTable::SQelColumn& column : columns)
@@ -262,7 +194,7 @@ void CSQLiteFile::MoveColumn(unsigned long tableOid, unsigned long columnOid, un
 void CSQLiteFile::CompleteRecord(unsigned long tableOid, const CRecord& record, CRecord& complete)
 {
     // A record without a stored value does not exist, so every column gets one.
-    for (const CQelTable::SQelColumn& column : Table(tableOid).Columns()) {
+    for (const CQelTable::SQelColumn& column : TableOf(tableOid).Columns()) {
         complete.push_back({column.oid, {}});
         CRecord::const_iterator given;
         if (!record.empty() && CQelTable::GetColumnData(column.oid, record, given))
@@ -311,35 +243,15 @@ void CSQLiteFile::RemoveRecord(unsigned long tableOid, unsigned long recordOid)
     Require(m_database.RemoveRecord(tableOid, recordOid), "cannot remove the record");
 }
 
-bool CSQLiteFile::HasRecord(unsigned long tableOid, unsigned long recordOid)
-{
-    return m_database.HasRecord(tableOid, recordOid);
-}
-
 bool CSQLiteFile::GetRecord(unsigned long tableOid, unsigned long recordOid, CRecord& record)
 {
     const unsigned int code = m_database.GetRecord(tableOid, recordOid, record);
     if (code != qel::kSuccess)
-        throw UnreadableRecord(code, m_path, Table(tableOid).Properties().name, recordOid);
-    SortLike(Table(tableOid).Columns(), record);
+        throw UnreadableRecord(code, m_path, TableOf(tableOid).Properties().name, recordOid);
+    SortLike(TableOf(tableOid).Columns(), record);
     const bool stored = std::any_of(record.begin(), record.end(),
                                     [](const SQelPropColumnData& data) { return !data.value.IsNull(); });
     return stored || HasRecord(tableOid, recordOid);
-}
-
-unsigned int CSQLiteFile::CountRecords(unsigned long tableOid)
-{
-    unsigned int count = 0;
-    Require(m_database.GetRecordCount(tableOid, count), "cannot count the records");
-    return count;
-}
-
-std::vector<unsigned long> CSQLiteFile::RecordOids(unsigned long tableOid)
-{
-    std::vector<unsigned long> oids;
-    Require(m_database.GetRecordOids(tableOid, oids, nullptr), "cannot list the records");
-    std::sort(oids.begin(), oids.end());
-    return oids;
 }
 
 } // namespace tool
