@@ -22,7 +22,9 @@ class COperation;
 /// Every operation that returns a code gives 10001 on success, 17500 when the database is not open, 17501 for
 /// a change of a read-only one, 17201 for one whose transaction could not be begun, 10002 and 10003 for
 /// exceptions (lack of memory is 10002), and codes of the SQL layer (17300 plus SQLite's) unchanged; nothing
-/// is thrown. A change is written whole or not at all.
+/// is thrown. A change is written whole or not at all. A change to tables or columns is committed before the
+/// catalogue is read back: where that reading fails, its code is the result, while the change stands and the
+/// catalogue in memory stays as it was; Attach reads it again.
 ///
 /// Object ids are 32-bit numbers; a wider one names nothing (10020), and rows that others wrote under wider
 /// or negative ones are left alone: listings and the catalogue pass them over with a warning in the log.

@@ -104,18 +104,18 @@ unsigned int CQelPropDB::LoadTables(std::map<unsigned long, CQelTable>& tables)
     });
 }
 
-// Read back before the commit: where that fails, nothing has changed. A damaged default value is no reason to
-// refuse a change, which may be its repair.
+// Where reading back fails, the change stands, and the catalogue in memory stays as it was. A damaged default
+// value is no failure of the change, which may be its repair.
 unsigned int CQelPropDB::CommitAndReload(CSQLiteTransaction& transaction, int loads)
 {
+    if (!transaction.Commit())
+        return qel::kCannotChange;
     qel::TCatalogue fresh;
     for (int i = 0; i < loads; ++i) {
         const unsigned int code = LoadTables(fresh);
         if (code != qel::kSuccess && code != qel::kEndOfStream)
             return code;
     }
-    if (!transaction.Commit())
-        return qel::kCannotChange;
     m_tables.swap(fresh);
     return qel::kSuccess;
 }

@@ -9,7 +9,7 @@ namespace qel {
 unsigned int Rename(CQelSQLite* db, const wchar_t* sql, unsigned long oid, const std::wstring& name);
 } // namespace qel
 
-/// Runs statements in one transaction that ends with the catalogue read back; all or nothing.
+/// Runs statements in one transaction, all or nothing, and reads the catalogue back once it is committed.
 /// @param statements  gives the result code of the first one that failed, or success
 /// @param loads       how often the catalogue is read back
 /// @return 17201 when no transaction could be begun

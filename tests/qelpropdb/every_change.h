@@ -15,6 +15,9 @@ struct SChange
     unsigned int (*work)(CQelPropDB& db);
     /// True for the two that pass a transaction that cannot begin for success.
     bool quietStart = false;
+    /// True for the changes of tables and columns: once committed, they stand even if the catalogue cannot be
+    /// read back.
+    bool readsBack = false;
 };
 
 inline void PrintTo(const SChange& change, std::ostream* out)
@@ -33,23 +36,26 @@ inline const std::vector<SChange>& EveryChange()
              CQelTable table = TableOf(L"New", {Column(L"a"), Column(L"b", CQelProperty::eInt, 1)});
              return db.AddTable(table);
          },
-         true},
-        {"RemoveTable", [](CQelPropDB& db) { return db.RemoveTable(1); }},
-        {"RenameTable", [](CQelPropDB& db) { return db.RenameTable(1, L"Bulbs"); }},
+         true, true},
+        {"RemoveTable", [](CQelPropDB& db) { return db.RemoveTable(1); }, false, true},
+        {"RenameTable", [](CQelPropDB& db) { return db.RenameTable(1, L"Bulbs"); }, false, true},
         {"TableAddColumn",
          [](CQelPropDB& db) {
              CQelTable::SQelColumn column = Column(L"Size", CQelProperty::eInt, 9999);
              return db.TableAddColumn(1, column);
-         }},
-        {"TableRemoveColumn", [](CQelPropDB& db) { return db.TableRemoveColumn(1, 1); }},
+         },
+         false, true},
+        {"TableRemoveColumn", [](CQelPropDB& db) { return db.TableRemoveColumn(1, 1); }, false, true},
         {"TableModifyColumn",
          [](CQelPropDB& db) {
              CQelTable::SQelColumn column = Column(L"Watts", CQelProperty::eInt);
              column.oid = 1;
              return db.TableModifyColumn(1, column);
-         }},
-        {"RenameColumn", [](CQelPropDB& db) { return db.RenameColumn(1, 1, L"Watts"); }},
-        {"TableSwapDisplayOrder", [](CQelPropDB& db) { return db.TableSwapDisplayOrder(1, 1, 2); }},
+         },
+         false, true},
+        {"RenameColumn", [](CQelPropDB& db) { return db.RenameColumn(1, 1, L"Watts"); }, false, true},
+        {"TableSwapDisplayOrder", [](CQelPropDB& db) { return db.TableSwapDisplayOrder(1, 1, 2); }, false,
+         true},
         {"AddRecord",
          [](CQelPropDB& db) {
              unsigned long oid = 0;
