@@ -72,6 +72,20 @@ TEST(RegionalDouble, LargestIsWrittenInFull)
     EXPECT_EQ(text.substr(0, 8), L"-179,769");
 }
 
+TEST(RegionalDouble, IsReadBackByTheUserItWasWrittenFor)
+{
+    SKIP_UNLESS_LOCALES_SWITCH();
+    for (const char* user : {"C", "ar_EG", "bn_BD", "da_DK", "de_CH", "fa_IR", "fr_CH", "fr_FR", "he_IL",
+                             "hi_IN", "nl_NL", "pl_PL", "pt_BR", "ru_RU", "sv_SE", "tr_TR"}) {
+        const CLocaleEnvironment locale(user);
+        const std::wstring text = Double(-1234567.25).String();
+        EXPECT_EQ(Text(text).Double(), -1234567.25) << user;
+        CQelProperty typed;
+        EXPECT_TRUE(typed.SetValue(text.c_str(), CQelProperty::eCurrency));
+        EXPECT_EQ(typed.Data().uValue.nCurrency, -12345672500) << user;
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(
     Amounts, RegionalText,
     testing::Values(STextRow{"German", kGerman, Amount(12.5, L"EUR"), L"12,50 EUR"},
@@ -81,6 +95,8 @@ INSTANTIATE_TEST_SUITE_P(
                     STextRow{"YenHasNoDecimals", "ja_JP.UTF-8", Amount(1234.5, L"Y"), L"Y1,235"},
                     STextRow{"WithoutSymbolLikeADouble", kGerman, Amount(1234.5), L"1.234,50"},
                     STextRow{"YenWithoutSymbolLikeADouble", "ja_JP.UTF-8", Amount(1234.5), L"1,234.50"},
+                    STextRow{"LargestInSixDecimalsOfADouble", kAmerican,
+                             Bits(0x7fffffffffffffffull, CQelProperty::eCurrency), L"922,337,203,685,477.63"},
                     STextRow{"LongerThanTheRoom", kAmerican, Amount(1.0, std::wstring(512, L'x')), L""},
                     STextRow{"SymbolOfSeveralCharacters", kAmerican, Amount(1.0, L"a long symbol "),
                              L"a long symbol 1.00"}),
@@ -96,6 +112,9 @@ INSTANTIATE_TEST_SUITE_P(
         STextRow{"GermanBoth", kGerman, DateTime(45000.75), L"Mittwoch, 15. M\u00e4rz 2023 18:00:00"},
         STextRow{"AmericanBoth", kAmerican, DateTime(45000.75), L"Wednesday, March 15, 2023 6:00:00 PM"},
         STextRow{"NegativeDay", kAmerican, DateTime(-1.25), L"Friday, December 29, 1899 6:00:00 AM"},
+        STextRow{"FirstDayThatIsWritten", kAmerican, Date(-109205.0), L"Monday, January 1, 1601"},
+        STextRow{"DayBeforeItIsNot", kAmerican, Date(-109206.0), L""},
+        STextRow{"TimeOfThatDayIs", kAmerican, DateTime(-109206.25), L" 6:00:00 AM"},
         STextRow{"BothOutsideTheCalendar", kAmerican, DateTime(kNaN), L" "},
         STextRow{"DateOutsideTheCalendar", kAmerican, Moment(1e9, CQelProperty::eDate), L""},
         STextRow{"TimeOutsideTheCalendar", kAmerican, Moment(kNaN, CQelProperty::eTime), L""}),

@@ -136,6 +136,25 @@ COleVariant OfNothing(VARTYPE type)
     return value;
 }
 
+COleVariant OfReference(LONG& number)
+{
+    COleVariant value;
+    value.vt = VT_BYREF | VT_I4;
+    value.plVal = &number;
+    return value;
+}
+
+COleVariant OfReference(VARIANT& other)
+{
+    COleVariant value;
+    value.vt = VT_BYREF | VT_VARIANT;
+    value.pvarVal = &other;
+    return value;
+}
+
+LONG g_seven = 7;
+COleVariant g_sevenAsText(L"7");
+
 const COleVariant kTwelve(L"12");
 const COleVariant kLetters(L"abc");
 const COleVariant kMoment(45000.75, VT_DATE);
@@ -180,6 +199,8 @@ INSTANTIATE_TEST_SUITE_P(
                     SFromRow{"EmptyAsInt", COleVariant(), 2, true, Int(0)},
                     SFromRow{"EmptyAsText", COleVariant(), 1, true, Text(L"")},
                     SFromRow{"NothingAsInt", OfNothing(VT_NULL), 2, false, UInt(99)},
+                    SFromRow{"IntBehindAReference", OfReference(g_seven), 4, true, Int64(7)},
+                    SFromRow{"TextBehindAReference", OfReference(g_sevenAsText), 2, true, Int(7)},
                     SFromRow{"NothingAsReference", OfNothing(VT_NULL), 12, true, UInt(99)}),
     SRowName());
 
