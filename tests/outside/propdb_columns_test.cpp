@@ -124,15 +124,7 @@ TEST_F(OutsideColumns, EveryChangeRefusesAClosedDatabaseAsAnError)
 
 TEST_F(OutsideColumns, EveryChangeRefusesAReadOnlyDatabaseAsAnError)
 {
-    CDatabaseFile file;
-    CQelSQLite writer;
-    ASSERT_EQ(writer.Open(file.Path()), 0);
-    CQelPropDB(&writer).Attach(true, nullptr);
-    writer.Close();
-    CQelSQLite reader;
-    ASSERT_EQ(reader.Open(file.Path(), true), 0);
-    ASSERT_EQ(db.Attach(false, &reader), 10001u);
-    Told();
+    const CReadOnlyAttachment attached(db, sql);
     CQelTable::SQelColumn column = Column(L"a b");
     EXPECT_EQ(db.TableAddColumn(1, column), 17501u);
     EXPECT_EQ(Told(), "I3 + Adding Column\nE 17501\n");
@@ -144,7 +136,6 @@ TEST_F(OutsideColumns, EveryChangeRefusesAReadOnlyDatabaseAsAnError)
     EXPECT_EQ(Told(), "I3 + Renaming Column\nE 17501\n");
     EXPECT_EQ(db.TableSwapDisplayOrder(1, 1, 2), 17501u);
     EXPECT_EQ(Told(), "I3 + TableSwapDisplayOrder\nE 17501\n");
-    db.Attach(false, &sql);
 }
 
 TEST_F(OutsideColumns, RemovingTakesTheValuesOfThatColumnAndLeavesGapsInTheOrder)

@@ -154,15 +154,7 @@ TEST_F(OutsideRecords, ClosedDatabaseIsAnErrorOfAddingAndAnInformalEntryOfSettin
 
 TEST_F(OutsideRecords, ReadOnlyDatabaseIsAnErrorOfAllThree)
 {
-    CDatabaseFile file;
-    CQelSQLite writer;
-    ASSERT_EQ(writer.Open(file.Path()), 0);
-    CQelPropDB(&writer).Attach(true, nullptr);
-    writer.Close();
-    CQelSQLite reader;
-    ASSERT_EQ(reader.Open(file.Path(), true), 0);
-    ASSERT_EQ(db.Attach(false, &reader), 10001u);
-    Told();
+    const CReadOnlyAttachment attached(db, sql);
     unsigned long oid = 5;
     EXPECT_EQ(db.AddRecord(1, oid, {}, false), 17501u);
     EXPECT_EQ(Told(), "I4 + Adding record\nE 17501\n");
@@ -170,7 +162,6 @@ TEST_F(OutsideRecords, ReadOnlyDatabaseIsAnErrorOfAllThree)
     EXPECT_EQ(Told(), "I4 + Setting record\nE 17501\n");
     EXPECT_EQ(db.RemoveRecord(1, 5), 17501u);
     EXPECT_EQ(Told(), "I4 + Removing Record\nE 17501\n");
-    db.Attach(false, &sql);
 }
 
 TEST_F(OutsideRecords, FailingValueTakesTheWholeRecordBack)

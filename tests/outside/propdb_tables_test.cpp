@@ -139,15 +139,7 @@ TEST_F(OutsideTables, RefusalsOfAClosedDatabaseAreErrors)
 
 TEST_F(OutsideTables, ReadOnlyDatabaseRefusesEveryChangeAsAnError)
 {
-    CDatabaseFile file;
-    CQelSQLite writer;
-    ASSERT_EQ(writer.Open(file.Path()), 0);
-    CQelPropDB(&writer).Attach(true, nullptr);
-    writer.Close();
-    CQelSQLite reader;
-    ASSERT_EQ(reader.Open(file.Path(), true), 0);
-    ASSERT_EQ(db.Attach(false, &reader), 10001u);
-    Told();
+    const CReadOnlyAttachment attached(db, sql);
     EXPECT_EQ(Add(L"My Table"), 17501u);
     EXPECT_EQ(Told(), "I3 + Adding table\nE 17501\n");
     EXPECT_EQ(db.RemoveTable(1), 17501u);
@@ -155,7 +147,6 @@ TEST_F(OutsideTables, ReadOnlyDatabaseRefusesEveryChangeAsAnError)
     EXPECT_EQ(db.RenameTable(1, L"My Table"), 17501u);
     EXPECT_EQ(Told(), "I3 + Renaming Table\nE 17501\n");
     EXPECT_EQ(db.Attach(true, nullptr), 17201u);
-    db.Attach(false, &sql);
 }
 
 TEST_F(OutsideTables, GettingTablesListsThemAscending)

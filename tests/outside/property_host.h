@@ -145,6 +145,32 @@ private:
     std::filesystem::path m_path;
 };
 
+/// Lets a host work on an empty database that is open for reading alone, as long as it lives. Not copied.
+class CReadOnlyAttachment
+{
+public:
+    /// @param before  what the host goes back to at the end
+    CReadOnlyAttachment(CQelPropDB& db, CQelSQLite& before) : m_db(db), m_before(before)
+    {
+        CQelSQLite writer;
+        EXPECT_EQ(writer.Open(m_file.Path()), 0);
+        CQelPropDB(&writer).Attach(true, nullptr);
+        writer.Close();
+        EXPECT_EQ(m_reader.Open(m_file.Path(), true), 0);
+        EXPECT_EQ(m_db.Attach(false, &m_reader), 10001u);
+        Told();
+    }
+    CReadOnlyAttachment(const CReadOnlyAttachment&) = delete;
+    CReadOnlyAttachment& operator=(const CReadOnlyAttachment&) = delete;
+    ~CReadOnlyAttachment() { m_db.Attach(false, &m_before); }
+
+private:
+    CQelPropDB& m_db;
+    CQelSQLite& m_before;
+    CDatabaseFile m_file;
+    CQelSQLite m_reader;
+};
+
 inline CQelProperty Number(int value)
 {
     CQelProperty property;

@@ -304,23 +304,8 @@ TEST_F(CatalogueOfLamps, RenamingAnUnknownTableSucceeds)
 }
 
 // A second connection that writes to the same file meanwhile.
-class CatalogueOfALockedFile : public PropDB
-{
-protected:
-    CatalogueOfALockedFile()
-    {
-        sql.Open(folder.Path(L"lamps.db"));
-        db.Attach(true, nullptr);
-        db.Close();
-        db.Attach(false, nullptr);
-        other.Open(folder.Path(L"lamps.db"));
-        lamps = Add(TableOf(L"Lamps", {Column(L"Power")}));
-    }
-
-    CTemporaryFolder folder;
-    CQelSQLite other;
-    unsigned long lamps = 0;
-};
+class CatalogueOfALockedFile : public LampsOfALockedFile
+{};
 
 TEST_F(CatalogueOfALockedFile, AddingATableThatCannotBeginPassesForSuccess)
 {

@@ -115,4 +115,23 @@ protected:
     unsigned long lamps = 0;
 };
 
+/// The table Lamps (1) with the column Power (1), in a file that a second connection holds open as well.
+class LampsOfALockedFile : public PropDB
+{
+protected:
+    LampsOfALockedFile()
+    {
+        sql.Open(folder.Path(L"lamps.db"));
+        db.Attach(true, nullptr);
+        db.Close();
+        db.Attach(false, nullptr);
+        other.Open(folder.Path(L"lamps.db"));
+        lamps = Add(TableOf(L"Lamps", {Column(L"Power")}));
+    }
+
+    CTemporaryFolder folder;
+    CQelSQLite other;
+    unsigned long lamps = 0;
+};
+
 } // namespace qeltest

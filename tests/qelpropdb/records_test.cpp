@@ -321,23 +321,10 @@ TEST_F(Records, HostPutsManyChangesIntoOneTransactionOfItsOwn)
     EXPECT_EQ(Dump(db), "Lamps\n");
 }
 
-class RecordsOfALockedFile : public PropDB
+class RecordsOfALockedFile : public LampsOfALockedFile
 {
 protected:
-    RecordsOfALockedFile()
-    {
-        sql.Open(folder.Path(L"lamps.db"));
-        db.Attach(true, nullptr);
-        db.Close();
-        db.Attach(false, nullptr);
-        other.Open(folder.Path(L"lamps.db"));
-        lamps = Add(TableOf(L"Lamps", {Column(L"Power")}));
-        Add(lamps, {Value(1, Int(40))});
-    }
-
-    CTemporaryFolder folder;
-    CQelSQLite other;
-    unsigned long lamps = 0;
+    RecordsOfALockedFile() { Add(lamps, {Value(1, Int(40))}); }
 };
 
 TEST_F(RecordsOfALockedFile, AddingThatCannotBeginIsTold)

@@ -1,6 +1,5 @@
 // care_test.cpp: what check finds in damaged files, and what an interrupt or a held file leaves behind.
 #include "program_run.h"
-#include "support/temporary_folder.h"
 
 #include <gtest/gtest.h>
 #include <qelplat4/terminal.h>
@@ -16,12 +15,14 @@ using namespace qeltest;
 namespace {
 
 /// A file with one table, Lamps, of a text and a reference to itself, and one record.
-class Care : public testing::Test
+class Care : public testing::Test, protected CKeptRuns
 {
 public:
     ~Care() override { qel::SetInterrupted(false); }
 
 protected:
+    using CKeptRuns::Run;
+
     Care()
     {
         Run({"init", Path(L"a.db")});
@@ -31,29 +32,12 @@ protected:
         Run({"add", Path(L"a.db"), "Lamps", "Name=Desk"});
     }
 
-    std::string Path(const std::wstring& name) const { return qel::ToUtf8(m_folder.Path(name)); }
-
-    int Run(const std::vector<std::string>& arguments, const std::string& input = {})
-    {
-        std::istringstream in(input);
-        std::ostringstream out;
-        std::ostringstream err;
-        const int status = tool::RunProgram(arguments, {in, out, err});
-        m_out = out.str();
-        m_err = err.str();
-        return status;
-    }
-
     void Damage(const wchar_t* sql)
     {
         CQelSQLite connection;
-        ASSERT_EQ(connection.Open(m_folder.Path(L"a.db")), 0);
+        ASSERT_EQ(connection.Open(program.File(L"a.db").wstring()), 0);
         ASSERT_EQ(connection.ExecSQL(sql), 0);
     }
-
-    CTemporaryFolder m_folder;
-    std::string m_out;
-    std::string m_err;
 };
 
 struct SDamage
@@ -148,7 +132,7 @@ TEST_F(Care, EnginesOwnTestIsPartOfACheck)
 {
     Run({"add-table", Path(L"a.db"), "Shades"});
     constexpr std::streamoff kFreePages = 39; // the last byte of their number in the file's header
-    std::fstream file(m_folder.File(L"a.db"), std::ios::in | std::ios::out | std::ios::binary);
+    std::fstream file(program.File(L"a.db"), std::ios::in | std::ios::out | std::ios::binary);
     file.seekp(kFreePages);
     file.put('\x03');
     file.close();
@@ -158,7 +142,7 @@ TEST_F(Care, EnginesOwnTestIsPartOfACheck)
 
 TEST_F(Care, FileThatIsCutIsAFinding)
 {
-    std::filesystem::resize_file(m_folder.File(L"a.db"), 5000);
+    std::filesystem::resize_file(program.File(L"a.db"), 5000);
     EXPECT_EQ(Run({"check", Path(L"a.db")}), 5);
     EXPECT_NE(m_out, "");
 }
@@ -204,13 +188,13 @@ TEST_F(Care, InterruptedMigrationLeavesNoFile)
 {
     qel::SetInterrupted(true);
     EXPECT_EQ(Run({"migrate", Path(L"a.db"), Path(L"b.store")}), 130);
-    EXPECT_EQ(m_folder.Names(), "a.db");
+    EXPECT_EQ(program.Names(), "a.db");
 }
 
 TEST_F(Care, HeldFileIsToldAndImportsNothing)
 {
     CQelSQLite other;
-    ASSERT_EQ(other.Open(m_folder.Path(L"a.db")), 0);
+    ASSERT_EQ(other.Open(program.File(L"a.db").wstring()), 0);
     ASSERT_EQ(other.ExecSQL(L"BEGIN EXCLUSIVE"), 0);
     EXPECT_EQ(Run({"import", Path(L"a.db"), "Lamps", "-"}, "Name\nWall\n"), 1);
     EXPECT_NE(m_err.find("(17305)"), std::string::npos) << m_err;
@@ -223,7 +207,7 @@ TEST_F(Care, MigrationThatIsNotAlikeSavesNothing)
     Damage(L"UPDATE qeltpd SET data = (SELECT data FROM qeltpd WHERE coid = 1) WHERE coid = 2");
     EXPECT_EQ(Run({"migrate", Path(L"a.db"), Path(L"b.store")}), 5);
     EXPECT_EQ(m_out, "Lamps @1 Next: \"Desk\" against null\n");
-    EXPECT_EQ(m_folder.Names(), "a.db");
+    EXPECT_EQ(program.Names(), "a.db");
 }
 
 TEST_F(Care, DumpCarriesAValueOfAnotherTypeThanItsColumns)

@@ -1,7 +1,6 @@
 // legacy_check_test.cpp: each fault that check finds in a legacy store, in a store that has just this one.
-#include "cli/program.h"
+#include "program_run.h"
 #include "support/row_name.h"
-#include "support/temporary_folder.h"
 
 #include <gtest/gtest.h>
 #include <qelplat4/utf16.h>
@@ -120,9 +119,11 @@ struct SFault
     const char* lines;
 };
 
-class LegacyCheck : public testing::TestWithParam<SFault>
+class LegacyCheck : public testing::TestWithParam<SFault>, protected CKeptRuns
 {
 protected:
+    using CKeptRuns::Run;
+
     LegacyCheck()
     {
         Run({"init", Path(), "--format", "legacy"});
@@ -131,40 +132,25 @@ protected:
         Run({"add", Path(), "Lamps", "Name=Desk"});
     }
 
-    std::string Path() const { return qel::ToUtf8(m_folder.Path(L"a.store")); }
-
-    int Run(const std::vector<std::string>& arguments)
-    {
-        std::istringstream in;
-        std::ostringstream out;
-        std::ostringstream err;
-        const int status = tool::RunProgram(arguments, {in, out, err});
-        m_out = out.str();
-        m_err = err.str();
-        return status;
-    }
-
-    CTemporaryFolder m_folder;
-    std::string m_out;
-    std::string m_err;
+    std::string Path() const { return CKeptRuns::Path(L"a.store"); }
 };
 
 TEST_P(LegacyCheck, FindsAndSaysWhere)
 {
     ASSERT_EQ(Run({"check", Path()}), 0) << m_out;
     ASSERT_EQ(m_err, "no faults in 1 table, 1 record, 1 value\n");
-    GetParam().make(m_folder.Path(L"a.store"));
+    GetParam().make(program.File(L"a.store").wstring());
     EXPECT_EQ(Run({"check", Path()}), 5);
     EXPECT_EQ(m_out, GetParam().lines);
 }
 
 TEST_P(LegacyCheck, ChangesNothing)
 {
-    GetParam().make(m_folder.Path(L"a.store"));
-    const std::string before = ReadFile(m_folder.File(L"a.store"));
+    GetParam().make(program.File(L"a.store").wstring());
+    const std::string before = ReadFile(program.File(L"a.store"));
     Run({"check", Path()});
-    EXPECT_EQ(ReadFile(m_folder.File(L"a.store")), before);
-    EXPECT_EQ(m_folder.Names(), "a.store");
+    EXPECT_EQ(ReadFile(program.File(L"a.store")), before);
+    EXPECT_EQ(program.Names(), "a.store");
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -264,7 +250,7 @@ class LegacyCheckAsJson : public LegacyCheck
 
 TEST_P(LegacyCheckAsJson, GivesOneObjectForEachFault)
 {
-    GetParam().make(m_folder.Path(L"a.store"));
+    GetParam().make(program.File(L"a.store").wstring());
     EXPECT_EQ(Run({"check", Path(), "--json"}), 5);
     EXPECT_EQ(m_out, GetParam().lines);
 }

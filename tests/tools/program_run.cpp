@@ -47,9 +47,9 @@ SRun CProgram::Run(const std::string& arguments)
     return RunWords(words);
 }
 
-SRun CProgram::RunWords(std::vector<std::string> arguments)
+SRun CProgram::RunWords(std::vector<std::string> arguments, const std::string& input)
 {
-    std::istringstream in(m_answer);
+    std::istringstream in(m_terminal ? m_answer : input);
     std::ostringstream out;
     std::ostringstream err;
     const tool::SSurroundings surroundings{in, out, err, m_terminal, m_columns != 0, m_terminal, m_columns};
@@ -58,6 +58,14 @@ SRun CProgram::RunWords(std::vector<std::string> arguments)
     run.out = out.str();
     run.err = err.str();
     return run;
+}
+
+int CKeptRuns::Run(const std::vector<std::string>& arguments, const std::string& input)
+{
+    const SRun run = program.RunWords(arguments, input);
+    m_out = run.out;
+    m_err = run.err;
+    return run.exit;
 }
 
 void BothKinds::SetUp()

@@ -30,7 +30,8 @@ public:
     /// @param arguments  in shell-like words parted by blanks; a name that ends in ".db", ".store", ".csv" or
     ///                   ".bin" is one of the folder's files, also behind "@="
     SRun Run(const std::string& arguments);
-    SRun RunWords(std::vector<std::string> arguments);
+    /// @param input  what stands on standard input without a terminal
+    SRun RunWords(std::vector<std::string> arguments, const std::string& input = {});
 
     std::filesystem::path File(const std::wstring& name) const { return m_folder.File(name); }
     std::string Names() const { return m_folder.Names(); }
@@ -41,6 +42,18 @@ private:
     std::string m_answer;
     bool m_terminal = false;
     int m_columns = 0;
+};
+
+/// Runs the program and keeps what it has printed last.
+class CKeptRuns
+{
+protected:
+    int Run(const std::vector<std::string>& arguments, const std::string& input = {});
+    std::string Path(const std::wstring& name) const { return program.File(name).u8string(); }
+
+    CProgram program;
+    std::string m_out;
+    std::string m_err;
 };
 
 /// A test that runs on both kinds of file: the parameter is what --format takes.
