@@ -27,6 +27,9 @@ void PrintTo(const SSteps& row, std::ostream* out)
 /// Statements go into the transcript too, with what is bound to them: "S BEGIN IMMEDIATE".
 class OutsideSteps : public CPropertyHost, public testing::WithParamInterface<SSteps>
 {
+public:
+    ~OutsideSteps() override { sqlite3_trace_v2(sql.Handle(), 0, nullptr, nullptr); }
+
 protected:
     OutsideSteps()
     {
@@ -35,7 +38,6 @@ protected:
         sqlite3_trace_v2(sql.Handle(), SQLITE_TRACE_STMT, Trace, nullptr);
         Told();
     }
-    ~OutsideSteps() override { sqlite3_trace_v2(sql.Handle(), 0, nullptr, nullptr); }
 
 private:
     static int Trace(unsigned int, void*, void* statement, void*)
