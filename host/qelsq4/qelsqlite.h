@@ -133,6 +133,8 @@ public:
 
     /// A column of the current row as a number; columns count from 0, here and below.
     long long GetInt(int column);
+    /// Whether a column holds a whole number as it stands, which GetInt then gives unchanged.
+    bool IsInt(int column);
     /// A column as text; empty for NULL, embedded zeros stay.
     CString GetString(int column);
     /// Copies a column's bytes.

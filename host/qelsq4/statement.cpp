@@ -199,6 +199,11 @@ long long CQelSQLite::CStatement::GetInt(int column)
     return m_statement == nullptr ? 0 : sqlite3_column_int64(m_statement, column);
 }
 
+bool CQelSQLite::CStatement::IsInt(int column)
+{
+    return m_statement != nullptr && sqlite3_column_type(m_statement, column) == SQLITE_INTEGER;
+}
+
 CString CQelSQLite::CStatement::GetString(int column)
 {
     if (m_statement == nullptr)

@@ -59,7 +59,8 @@ unsigned int CRecordWriter::WriteValue(CQelSQLite::CStatement& statement, const 
     return CQelSQLite::MapQelERR(statement.Execute());
 }
 
-// Behind an oid of 4294967295, or behind rows of others under negative ones, comes no number that is an oid.
+// Behind an oid of 4294967295, or behind rows of others under negative ones, comes no number that is an oid;
+// and behind what is no number, none that could be read back: it would name another record.
 unsigned long CRecordWriter::ReadNewOid()
 {
     CQelSQLite::CStatement statement(m_db);
@@ -68,7 +69,7 @@ unsigned long CRecordWriter::ReadNewOid()
     if (statement.Step() != kRow)
         Raise(kCannotChange, QEL_SITE);
     const long long oid = statement.GetInt(0);
-    if (oid == 0 || !IsStoredOid(oid))
+    if (oid == 0 || !IsStoredOid(oid) || !statement.IsInt(0))
         Raise(kCannotChange, QEL_SITE);
     return static_cast<unsigned long>(oid);
 }

@@ -176,6 +176,21 @@ TEST_F(OutsideForeignRows, LargestRecordNumberIsUsedAndNoneFollowsIt)
     EXPECT_EQ(oid, 1ul);
 }
 
+TEST_F(OutsideForeignRows, NoNewRecordIsMadeBehindWhatIsNoWholeNumber)
+{
+    Put(1000, 10, 2, Text(L"kept"));
+    for (const char* foid : {"'10abc'", "'abc'", "10.5", "x'3130'"}) {
+        ASSERT_EQ(Run(std::string("INSERT INTO qeltpd (foid,toid,coid) VALUES(") + foid + ",1000,1)"), 0);
+        unsigned long oid = 0;
+        EXPECT_EQ(db.AddRecord(1000, oid, {Data(1, Number(6)), Data(2, Text(L"new"))}, false), 17201u)
+            << foid;
+        EXPECT_EQ(oid, 0ul) << foid;
+        EXPECT_EQ(Record(1000, 10), "1=null 2=kept") << foid;
+        EXPECT_EQ(Ask("SELECT count(*) FROM qeltpd"), "2") << foid;
+        Run("DELETE FROM qeltpd WHERE coid=1");
+    }
+}
+
 TEST_F(OutsideForeignRows, WiderRecordNumbersNameNothing)
 {
     if constexpr (sizeof(unsigned long) == 8) {

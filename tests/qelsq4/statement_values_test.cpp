@@ -179,6 +179,10 @@ TEST_F(StatementValue, ColumnsOfOtherTypesAreReadAsTheEngineConvertsThem)
     EXPECT_EQ(statement.GetInt(3), 0);
     EXPECT_STREQ(statement.GetString(3), L"");
     EXPECT_STREQ(statement.GetString(4), L"AB");
+    EXPECT_TRUE(statement.IsInt(0));
+    for (const int column : {1, 2, 3, 4, 5})
+        EXPECT_FALSE(statement.IsInt(column)) << column;
+    EXPECT_FALSE(CStatement(&db).IsInt(0)) << "nothing is prepared";
 }
 
 TEST_F(StatementValue, TextOfAUtf16DatabaseReadsAsInAnyOther)
