@@ -6,6 +6,7 @@
 #include <csignal>
 #include <cstdlib>
 
+#include <fcntl.h>
 #include <poll.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
@@ -19,6 +20,16 @@ extern "C" void RememberInterrupt(int number)
 {
     g_interrupted = 1;
     std::signal(number, SIG_DFL);
+}
+
+/// A stream that was closed stays useless; else the next file that is opened would be in its place.
+void HoldClosedStreams()
+{
+    for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        const int wrongWay = descriptor == STDIN_FILENO ? O_WRONLY : O_RDONLY;
+        if (fcntl(descriptor, F_GETFD) < 0 && open("/dev/null", wrongWay) < 0) // takes the lowest free number
+            return;
+    }
 }
 
 } // namespace
@@ -45,6 +56,7 @@ int TerminalColumns(int absent)
 
 void PrepareStreams()
 {
+    HoldClosedStreams();
     // What ends a process by default is an error of the write that met it.
     for (const int number : {SIGPIPE, SIGXFSZ})
         std::signal(number, SIG_IGN);

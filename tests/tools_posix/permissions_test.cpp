@@ -85,6 +85,16 @@ TEST_P(Permissions, FileInAReadOnlyFolderIsReadAndNotWritten)
     ExpectNoWriters();
 }
 
+TEST_P(Permissions, CopiesAreReadByNobodyElse)
+{
+    constexpr auto kOwner = std::filesystem::perms::owner_read | std::filesystem::perms::owner_write;
+    Allow(kOwner, db);
+    Out({"backup", db, Name(L"copy.db")});
+    Out({"migrate", db, Name(L"other.db")});
+    for (const wchar_t* const name : {L"copy.db", L"other.db"})
+        EXPECT_EQ(std::filesystem::status(folder.File(name)).permissions(), kOwner);
+}
+
 TEST_P(Permissions, ReadOnlyFolderTakesNoNewFile)
 {
     WriteFile(folder.File(L"dump.jsonl"), Out({"dump", db}));

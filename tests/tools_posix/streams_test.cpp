@@ -3,6 +3,8 @@
 
 #include <gmock/gmock.h>
 
+#include <sys/stat.h>
+
 using testing::HasSubstr;
 
 namespace qeltest {
@@ -27,6 +29,20 @@ TEST_P(ClosedPipe, EndsThePrintingWithoutAWord)
     }
 }
 
+class NamedPipe : public ProgramOnFiles
+{};
+
+TEST_P(NamedPipe, IsNoDatabaseToWaitFor)
+{
+    ASSERT_EQ(mkfifo(Name(L"pipe.db").c_str(), 0600), 0);
+    const SEnded ended = RunToEnd({"info", Name(L"pipe.db")});
+    EXPECT_EQ(ended.status, 3);
+    EXPECT_EQ(ended.err, "qelprop: " + Name(L"pipe.db") +
+                             ": no property database: neither an SQLite database nor a legacy store\n");
+    EXPECT_EQ(RunToEnd({"init", Name(L"pipe.db"), "--format", GetParam()}).status, 4);
+}
+
+INSTANTIATE_TEST_SUITE_P(Of, NamedPipe, testing::Values("sqlite", "legacy"), KindOf);
 INSTANTIATE_TEST_SUITE_P(Of, ClosedPipe, testing::Values("sqlite", "legacy"), KindOf);
 
 // No file may grow beyond what is enough for a small database: the engine meets it as it meets a full disk.

@@ -22,6 +22,14 @@ bool Exists(const std::wstring& path)
     return std::filesystem::exists(qel::NativePath(path), error);
 }
 
+/// Opening a pipe would wait for its other end, a device might do anything.
+bool IsPipeOrDevice(const std::wstring& path)
+{
+    std::error_code error;
+    const std::filesystem::file_status status = std::filesystem::status(qel::NativePath(path), error);
+    return std::filesystem::is_other(status);
+}
+
 bool HasFolder(const std::wstring& path)
 {
     std::error_code error;
@@ -46,6 +54,12 @@ bool IsOtherFile(const std::wstring& path)
     return !empty && !IsEngineFile(path);
 }
 
+SFailure NoDatabase(const std::wstring& path)
+{
+    return FileFailure(EExit::eNotFound, Utf8(path),
+                       "no property database: neither an SQLite database nor a legacy store");
+}
+
 // A store is told by the store itself, so that its mark has one home.
 EKind KindOf(const std::wstring& path)
 {
@@ -60,13 +74,14 @@ std::unique_ptr<CPropertyFile> CPropertyFile::Open(const std::wstring& path, con
 {
     if (!Exists(path))
         throw FileFailure(EExit::eNotFound, Utf8(path), "no such file");
+    if (IsPipeOrDevice(path))
+        throw NoDatabase(path);
     if (!std::ifstream(qel::NativePath(path), std::ios::binary).is_open())
         throw FileFailure(EExit::eFailed, Utf8(path), "no permission to read this file");
     if (KindOf(path) == EKind::eLegacy)
         return CLegacyFile::Open(path, options);
     if (IsOtherFile(path))
-        throw FileFailure(EExit::eNotFound, Utf8(path),
-                          "no property database: neither an SQLite database nor a legacy store");
+        throw NoDatabase(path);
     return CSQLiteFile::Open(path, options);
 }
 
@@ -93,6 +108,8 @@ std::unique_ptr<CPropertyFile> CPropertyFile::Create(const std::wstring& path, E
     if (!HasFolder(path))
         throw FileFailure(EExit::eNotFound, Utf8(path), "no such folder");
     const bool exists = Exists(path);
+    if (IsPipeOrDevice(path))
+        throw NotReplaced(path, kOtherFile);
     const bool isStore = exists && KindOf(path) == EKind::eLegacy;
     if (kind == EKind::eSQLite) {
         // A store is a file of the same engine, and would take the tables without a word.

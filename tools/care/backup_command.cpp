@@ -110,6 +110,7 @@ EExit RunBackup(CContext& context)
         CopyStore(context, *source, part);
     context.CheckInterrupt();
     const unsigned long long size = part.Size();
+    part.AllowLike(context.Arguments().Text("FILE"));
     if (context.IsDryRun())
         context.Tell("dry run: nothing was saved");
     else

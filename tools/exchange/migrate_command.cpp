@@ -55,6 +55,7 @@ EExit RunMigrate(CContext& context)
                      "; nothing was saved");
         return EExit::eFaults;
     }
+    target.AllowLike("FILE");
     target.Publish();
     context.Tell(std::string(context.IsDryRun() ? "would have migrated " : "migrated ") +
                  CountsText(compared) + " to " + kind + "; both files are alike");

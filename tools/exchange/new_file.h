@@ -29,6 +29,8 @@ public:
     CPropertyFile& File() { return *m_file; }
     /// Saves, closes and opens what was made for reading.
     CPropertyFile& Reopen();
+    /// Lets only those read it who may read the file that an argument names.
+    void AllowLike(const std::string& argument) { m_part.AllowLike(m_context.Arguments().Text(argument)); }
     /// Gives the file its name, but for a dry run, and says so.
     void Publish();
     /// Names the file as the user knows it.

@@ -72,6 +72,14 @@ unsigned long long CPartFile::Size() const
     return error ? 0 : size;
 }
 
+void CPartFile::AllowLike(const std::string& file)
+{
+    std::error_code error;
+    const std::filesystem::file_status status = std::filesystem::status(qel::NativePath(Wide(file)), error);
+    if (std::filesystem::exists(status))
+        std::filesystem::permissions(m_part, status.permissions(), error);
+}
+
 void CPartFile::Publish()
 {
     std::error_code error;

@@ -21,7 +21,9 @@ public:
 
     std::wstring Path() const;
     unsigned long long Size() const;
-    /// Gives the file its name, in one step.
+    /// Lets only those read what was made who may read another file.
+    void AllowLike(const std::string& file);
+    /// Gives the file its name, in one step. A file that it replaces keeps its permissions.
     /// @throws SFailure  1 when it cannot; the target is then as it was
     void Publish();
 
