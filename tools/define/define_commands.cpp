@@ -115,8 +115,7 @@ SCommand ModifyColumn()
             EGroup::eDefine,
             "change the definition of a column",
             "What is not named stays as it is. The type cannot change while the table holds records, nor the "
-            "table "
-            "that a column refers to while a record holds a reference in it.",
+            "table that a column refers to while a record holds a reference in it.",
             {FileArgument(), TableArgument(), ColumnArgument()},
             {{"--type",
               "TYPE",

@@ -5,9 +5,8 @@
 
 namespace tool {
 
-/// @throws SFailure  4 (17509) when a Reference column of another table refers to the table, or when the kind
-/// of file lets no
-///                   table go
+/// @throws SFailure  4 (17509) when a Reference column of another table refers to the table, or when the
+///                   kind of file lets no table go
 void RefuseIfReferredTo(CPropertyFile& file, const CNames& names, const CQelTable& table);
 /// @throws SFailure  4 (17509) when a Reference column refers to the column
 void RefuseIfReferredTo(CPropertyFile& file, const CNames& names, const CQelTable& table,

@@ -25,13 +25,12 @@ SCommand Import()
         "put the records of a file into a table",
         "The format is that of --csv, --tsv, --json or --jsonl, else of the file's name, else CSV. The first "
         "line of separated text names the columns; with --no-header every column follows in display order. "
-        "An "
-        "unquoted nothing is Null, \"\" is the empty text. A currency amount without a symbol has none.\n\n"
+        "An unquoted nothing is Null, \"\" is the empty text. A currency amount without a symbol has "
+        "none.\n\n"
         "Everything is one transaction. The first record that does not fit ends it, and nothing is imported, "
         "unless --on-error skip is given: then each refused record is a line on stderr (the first 20 of "
-        "them), and "
-        "the exit status is 0 all the same. The file of --rejects has a line for each, none if there was "
-        "none.\n\n"
+        "them), and the exit status is 0 all the same. The file of --rejects has a line for each, none if "
+        "there was none.\n\n"
         "A record keeps the oid that the file gives it as @oid; one that is there already is written over "
         "only with --key @oid. With a key, columns that the file does not name keep their values. References "
         "to records that are not there are taken, since those may come later; a note counts them, and "
@@ -139,9 +138,8 @@ SCommand Migrate()
         EGroup::eExchange,
         "copy a database into one of the other kind",
         "Writes a new file, compares both record by record, and gives the new one its name only when they "
-        "are "
-        "alike; differences are listed, and the exit status is 5. The old file stays as it is. Records keep "
-        "their oids; tables and columns may get others.",
+        "are alike; differences are listed, and the exit status is 5. The old file stays as it is. Records "
+        "keep their oids; tables and columns may get others.",
         {FileArgument(), {"TARGET", "the file to make", true, false, ENames::eFile}},
         {FormatOption("the other kind where none is given"), ForceOption(), DryRunOption()},
         {{"qelprop migrate old.store cars.db --progress auto", ""}},

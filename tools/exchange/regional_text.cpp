@@ -188,22 +188,11 @@ std::string ToRegionalText(const CQelProperty& value)
 bool FromRegionalText(const std::string& text, CQelProperty::EType type, CQelProperty& value,
                       std::string& error)
 {
-    switch (type) {
-    case CQelProperty::eInt:
-    case CQelProperty::eUInt:
-    case CQelProperty::eInt64:
-    case CQelProperty::eUInt64:
-    case CQelProperty::eDouble:
-    case CQelProperty::eCurrency:
+    if (IsNumberType(type))
         return ReadNumber(text, type, value, error);
-    case CQelProperty::eDate:
-    case CQelProperty::eTime:
-    case CQelProperty::eDateTime:
-    case CQelProperty::eBool:
+    if (IsDateType(type) || type == CQelProperty::eBool)
         return ReadByLibrary(text, type, value, error);
-    default:
-        return FromNeutralText(text, type, value, error);
-    }
+    return FromNeutralText(text, type, value, error);
 }
 
 } // namespace tool

@@ -14,6 +14,21 @@ bool IsTextType(CQelProperty::EType type)
     return type == CQelProperty::eString || type == CQelProperty::eURL;
 }
 
+bool IsNumberType(CQelProperty::EType type)
+{
+    switch (type) {
+    case CQelProperty::eInt:
+    case CQelProperty::eUInt:
+    case CQelProperty::eInt64:
+    case CQelProperty::eUInt64:
+    case CQelProperty::eDouble:
+    case CQelProperty::eCurrency:
+        return true;
+    default:
+        return false;
+    }
+}
+
 bool IsDateType(CQelProperty::EType type)
 {
     return type == CQelProperty::eDate || type == CQelProperty::eTime || type == CQelProperty::eDateTime;

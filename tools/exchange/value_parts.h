@@ -10,6 +10,8 @@
 namespace tool {
 
 bool IsTextType(CQelProperty::EType type);
+/// Whether values are amounts: whole numbers, doubles and currencies.
+bool IsNumberType(CQelProperty::EType type);
 bool IsDateType(CQelProperty::EType type);
 
 std::uint64_t PayloadOf(const CQelProperty& value);

@@ -1,6 +1,8 @@
 // value_order.cpp: the library's order, completed for values that it leaves unordered.
 #include "value_order.h"
 
+#include "exchange/value_parts.h"
+
 #include <cmath>
 
 namespace tool {
@@ -8,15 +10,8 @@ namespace {
 
 bool IsNan(const CQelProperty& value)
 {
-    switch (value.GetType()) {
-    case CQelProperty::eDouble:
-    case CQelProperty::eDate:
-    case CQelProperty::eTime:
-    case CQelProperty::eDateTime:
-        return std::isnan(value.Data().uValue.dDouble);
-    default:
-        return false;
-    }
+    const bool isDouble = value.GetType() == CQelProperty::eDouble || IsDateType(value.GetType());
+    return isDouble && std::isnan(DoubleOf(value));
 }
 
 } // namespace

@@ -12,8 +12,7 @@ class CPartFile
 public:
     /// @param force  false: a target that exists is refused
     /// @throws SFailure  4 for a target that exists; 3 where its folder does not; 1 for one that is no file,
-    /// or a
-    ///                   folder in which none can be made
+    ///                   or a folder in which none can be made
     CPartFile(const std::string& target, bool force);
     CPartFile(const CPartFile&) = delete;
     CPartFile& operator=(const CPartFile&) = delete;

@@ -22,20 +22,9 @@ constexpr const char* kBold = "\033[1m";
 constexpr const char* kFaint = "\033[2m";
 constexpr const char* kUsual = "\033[0m";
 
-bool IsNumber(CQelProperty::EType type)
+bool IsToTheRight(CQelProperty::EType type)
 {
-    switch (type) {
-    case CQelProperty::eInt:
-    case CQelProperty::eUInt:
-    case CQelProperty::eInt64:
-    case CQelProperty::eUInt64:
-    case CQelProperty::eDouble:
-    case CQelProperty::eCurrency:
-    case CQelProperty::eReference:
-        return true;
-    default:
-        return false;
-    }
+    return IsNumberType(type) || type == CQelProperty::eReference;
 }
 
 /// Whether the regional text hides what is there: a date before the calendar's begin, a number that is none,
@@ -83,7 +72,7 @@ void CTableWriter::Print(const CRow& row)
     CLine line;
     line.reserve(row.size());
     for (const CQelProperty& value : row)
-        line.push_back({ScreenText(value, m_style), IsNumber(value.GetType()), value.IsNull()});
+        line.push_back({ScreenText(value, m_style), IsToTheRight(value.GetType()), value.IsNull()});
     m_lines.push_back(std::move(line));
 }
 

@@ -6,14 +6,11 @@ namespace tool {
 namespace {
 
 constexpr const char* kAssignments =
-    "A value is NAME=VALUE; names may hold '=', the longest that fits wins. "
-    "'null' is Null where the column is "
-    "no text. NAME@=FILE takes all of a file: bytes, or text in UTF-8 with its line ends. A reference is "
-    "the oid of a record, @3, and the record "
-    "must be there.\n\n"
-    "Dates are 2024-02-29, times 13:05:09, both 2024-02-29T13:05:09, "
-    "amounts 12.50 or 12.50 EUR; with --locale "
-    "they are written as the locale has it.";
+    "A value is NAME=VALUE; names may hold '=', the longest that fits wins. 'null' is Null where the column "
+    "is no text. NAME@=FILE takes all of a file: bytes, or text in UTF-8 with its line ends. A reference is "
+    "the oid of a record, @3, and the record must be there.\n\n"
+    "Dates are 2024-02-29, times 13:05:09, both 2024-02-29T13:05:09, amounts 12.50 or 12.50 EUR; with "
+    "--locale they are written as the locale has it.";
 
 SPositional Assignments(bool required)
 {
@@ -60,17 +57,17 @@ SCommand Set()
 
 SCommand Remove()
 {
-    return {"remove",
-            EGroup::eRecords,
-            "remove records",
-            "Says how many values go, and asks. All records that are named go, or none. What refers to them "
-            "stays, and "
-            "dangles then; 'check' finds it.",
-            {FileArgument(), TableArgument(), RecordListArgument()},
-            {YesOption(), DryRunOption()},
-            {{"qelprop remove cars.db Cars @7 @8 --yes", ""}},
-            false,
-            RunRemove};
+    return {
+        "remove",
+        EGroup::eRecords,
+        "remove records",
+        "Says how many values go, and asks. All records that are named go, or none; of a range those that "
+        "are there. What refers to them stays, and dangles then; 'check' finds it.",
+        {FileArgument(), TableArgument(), RecordListArgument()},
+        {YesOption(), DryRunOption()},
+        {{"qelprop remove cars.db Cars @7 @8 --yes", ""}},
+        false,
+        RunRemove};
 }
 
 } // namespace
