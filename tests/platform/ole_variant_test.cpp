@@ -18,7 +18,7 @@ std::string ThrownBy(Work&& work)
         return "nothing";
     } catch (CException* exception) {
         auto* const failure = dynamic_cast<COleException*>(exception);
-        const std::string name = failure != nullptr ? NameOfResult(failure->m_sc) : "another exception";
+        std::string name = failure != nullptr ? NameOfResult(failure->m_sc) : "another exception";
         EXPECT_FALSE(exception->GetErrorText().empty());
         exception->Delete();
         return name;

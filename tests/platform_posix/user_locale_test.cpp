@@ -12,6 +12,7 @@
 #include <cstring>
 #include <string>
 #include <thread>
+#include <vector>
 
 #include <unistd.h> // environ
 
@@ -158,9 +159,10 @@ TEST(UserLocale, ThreadsReadTheSameSettingsAtOnce)
 {
     const CLocaleEnvironment environment("cs_CZ.UTF-8");
     std::array<std::wstring, 8> samples;
-    std::array<std::thread, 8> threads;
-    for (std::size_t t = 0; t < threads.size(); ++t)
-        threads[t] = std::thread([&sample = samples[t]] {
+    std::vector<std::thread> threads;
+    threads.reserve(samples.size());
+    for (std::wstring& sample : samples)
+        threads.emplace_back([&sample] {
             for (int i = 0; i < 100; ++i)
                 sample = Sample();
         });

@@ -62,6 +62,7 @@ TEST_F(Catalogue, SmallTableAfterALargeOneIsLoadedWithoutItsRoom)
         using CQelPropDB::LoadTables;
     };
     std::vector<CQelTable::SQelColumn> many;
+    many.reserve(100);
     for (int i = 0; i < 100; ++i)
         many.push_back(Column(L"c" + std::to_wstring(i), CQelProperty::eInt, i));
     Add(TableOf(L"Large", many, 1));

@@ -90,6 +90,7 @@ TEST_F(Columns, AddingChecksNameThenTableThenDoubles)
 TEST_F(Columns, TableTakes255AndNoMore)
 {
     std::vector<CQelTable::SQelColumn> columns;
+    columns.reserve(254);
     for (int i = 0; i < 254; ++i)
         columns.push_back(Column(L"c" + std::to_wstring(i), CQelProperty::eInt, i));
     const unsigned long table = Add(TableOf(L"wide", columns));

@@ -126,6 +126,7 @@ protected:
     std::string Repaired(const std::vector<int>& orders)
     {
         std::vector<CQelTable::SQelColumn> columns;
+        columns.reserve(orders.size());
         for (const int order : orders)
             columns.push_back(Column(L"c" + std::to_wstring(columns.size()), CQelProperty::eInt, order));
         const unsigned long oid = Add(TableOf(L"t" + std::to_wstring(++tables), columns));

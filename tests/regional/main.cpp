@@ -103,7 +103,7 @@ std::wstring DateOf(const wchar_t* text)
     variant.vt = VT_BSTR;
     variant.bstrVal = SysAllocString(text);
     const bool taken = VariantChangeType(&variant, &variant, 0, VT_DATE) == S_OK;
-    const std::wstring answer = taken ? Thousandths(variant.date) : L"refused";
+    std::wstring answer = taken ? Thousandths(variant.date) : L"refused";
     VariantClear(&variant);
     return answer;
 }

@@ -43,6 +43,7 @@ SLegacyColumn Column(const std::wstring& name, CQelProperty::EType type, int dat
 TRecord Values(const std::vector<CQelProperty>& values)
 {
     TRecord record;
+    record.reserve(values.size());
     for (const CQelProperty& value : values)
         record.push_back({0, value});
     return record;

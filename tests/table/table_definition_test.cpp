@@ -64,6 +64,7 @@ void ExpectFull(const CQelTable& table)
 TRecord RecordOf(std::initializer_list<std::pair<unsigned long, int>> values)
 {
     TRecord record;
+    record.reserve(values.size());
     for (const auto& [oid, number] : values) {
         record.emplace_back().columnOid = oid;
         record.back().value.SetInt(number);

@@ -71,6 +71,7 @@ void CProgramProcess::Run(std::vector<std::string> arguments, const SLimits& lim
     setenv("LC_ALL", "C.UTF-8", 1);
     arguments.insert(arguments.begin(), QELPROP_PROGRAM);
     std::vector<char*> words;
+    words.reserve(arguments.size() + 1);
     for (std::string& argument : arguments)
         words.push_back(argument.data());
     words.push_back(nullptr);

@@ -48,7 +48,7 @@ std::string ThrownBy(CQelProperty value, VARTYPE type)
         value.ToVariant(&out, type);
         return "nothing";
     } catch (COleException* exception) {
-        const std::string name = NameOfResult(exception->m_sc);
+        std::string name = NameOfResult(exception->m_sc);
         EXPECT_FALSE(exception->GetErrorText().empty());
         exception->Delete();
         EXPECT_EQ(out.vt, VT_EMPTY);
