@@ -7,7 +7,6 @@
 #include <filesystem>
 
 using namespace qeltest;
-using qel::kSuccess;
 
 namespace {
 

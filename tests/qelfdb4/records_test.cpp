@@ -151,7 +151,8 @@ TEST_F(StoreRecords, EverythingIsThereAfterReopening)
 
 TEST_F(StoreRecords, LargeRecordsComeBackWhole)
 {
-    std::string bytes(20'000'000, '\0');
+    std::string bytes;
+    bytes.resize(20'000'000);
     std::minstd_rand random(1);
     for (char& byte : bytes)
         byte = static_cast<char>(random());

@@ -92,14 +92,16 @@ TEST(Blob, MoveTakesTheMemoryAndLeavesAnEmptyBlob)
 {
     TavBlob from = BlobOf("abc");
     const unsigned char* const memory = from.GetData();
+    const TavBlob& left = from;
     TavBlob made(std::move(from));
     EXPECT_EQ(made.GetData(), memory);
-    EXPECT_EQ(from.GetSize(), 0u);
+    EXPECT_EQ(left.GetSize(), 0u);
     TavBlob assigned = BlobOf("old");
+    const TavBlob& leftOfMade = made;
     assigned = std::move(made);
     EXPECT_EQ(assigned.GetData(), memory);
-    EXPECT_EQ(made.GetSize(), 0u);
-    EXPECT_EQ(made.GetData(), nullptr);
+    EXPECT_EQ(leftOfMade.GetSize(), 0u);
+    EXPECT_EQ(leftOfMade.GetData(), nullptr);
     made = BlobOf("again");
     EXPECT_EQ(HexOf(made), "616761696e");
 }

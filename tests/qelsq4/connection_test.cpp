@@ -12,7 +12,6 @@ using qeltest::CSqlFileTest;
 using qeltest::CSqlTest;
 using qeltest::CTemporaryFolder;
 using qeltest::Rows;
-using testing::HasSubstr;
 
 using Connection = CSqlTest;
 using ConnectionToAFile = CSqlFileTest;

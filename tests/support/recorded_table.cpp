@@ -80,7 +80,7 @@ std::wstring QuotedText(const std::string& field)
 double DoubleOfBits(const std::string& field)
 {
     const std::uint64_t bits = std::stoull(field.substr(0, 16), nullptr, 16);
-    double value;
+    double value = 0;
     std::memcpy(&value, &bits, sizeof value);
     return value;
 }
@@ -88,7 +88,7 @@ double DoubleOfBits(const std::string& field)
 float FloatOfBits(const std::string& field)
 {
     const auto bits = static_cast<std::uint32_t>(std::stoul(field.substr(0, 8), nullptr, 16));
-    float value;
+    float value = 0;
     std::memcpy(&value, &bits, sizeof value);
     return value;
 }

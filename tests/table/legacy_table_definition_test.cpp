@@ -63,8 +63,10 @@ TEST(LegacyTableDefinition, FreshTableIsEmptyUnderItsOid)
 TEST(LegacyTableDefinition, CopiesKeepEverySlot)
 {
     const CQelTable3X original = TableWithSlots();
-    const CQelTable3X copy(original);
+    CQelTable3X copy(original);
     ExpectSlots(copy);
+    copy.Properties().columns.clear();
+    ExpectSlots(original);
     CQelTable3X assigned(1);
     static_assert(std::is_same_v<decltype(assigned = original), const CQelTable3X&>);
     EXPECT_EQ(&(assigned = original), &assigned);

@@ -47,7 +47,7 @@ SRun CProgram::Run(const std::string& arguments)
     return RunWords(words);
 }
 
-SRun CProgram::RunWords(std::vector<std::string> arguments, const std::string& input)
+SRun CProgram::RunWords(const std::vector<std::string>& arguments, const std::string& input)
 {
     std::istringstream in(m_terminal ? m_answer : input);
     std::ostringstream out;

@@ -31,7 +31,7 @@ public:
     ///                   ".bin" is one of the folder's files, also behind "@="
     SRun Run(const std::string& arguments);
     /// @param input  what stands on standard input without a terminal
-    SRun RunWords(std::vector<std::string> arguments, const std::string& input = {});
+    SRun RunWords(const std::vector<std::string>& arguments, const std::string& input = {});
 
     std::filesystem::path File(const std::wstring& name) const { return m_folder.File(name); }
     std::string Names() const { return m_folder.Names(); }

@@ -49,7 +49,7 @@ INSTANTIATE_TEST_SUITE_P(Of, ClosedPipe, testing::Values("sqlite", "legacy"), Ki
 class FullDisk : public ProgramOnFiles
 {
 protected:
-    static constexpr SLimits kFull{false, 200 * 1024};
+    static constexpr SLimits kFull{false, 200UL * 1024};
 
     void Fill()
     {

