@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <utility>
 
 namespace {
@@ -90,20 +91,18 @@ TEST(Blob, CopiesAreApart)
 
 TEST(Blob, MoveTakesTheMemoryAndLeavesAnEmptyBlob)
 {
-    TavBlob from = BlobOf("abc");
-    const unsigned char* const memory = from.GetData();
-    const TavBlob& left = from;
-    TavBlob made(std::move(from));
-    EXPECT_EQ(made.GetData(), memory);
-    EXPECT_EQ(left.GetSize(), 0u);
+    const auto from = std::make_unique<TavBlob>(BlobOf("abc"));
+    const unsigned char* const memory = from->GetData();
+    const auto made = std::make_unique<TavBlob>(std::move(*from));
+    EXPECT_EQ(made->GetData(), memory);
+    EXPECT_EQ(from->GetSize(), 0u);
     TavBlob assigned = BlobOf("old");
-    const TavBlob& leftOfMade = made;
-    assigned = std::move(made);
+    assigned = std::move(*made);
     EXPECT_EQ(assigned.GetData(), memory);
-    EXPECT_EQ(leftOfMade.GetSize(), 0u);
-    EXPECT_EQ(leftOfMade.GetData(), nullptr);
-    made = BlobOf("again");
-    EXPECT_EQ(HexOf(made), "616761696e");
+    EXPECT_EQ(made->GetSize(), 0u);
+    EXPECT_EQ(made->GetData(), nullptr);
+    *made = BlobOf("again");
+    EXPECT_EQ(HexOf(*made), "616761696e");
 }
 
 TEST(Blob, MovedToItselfKeepsItsContent)

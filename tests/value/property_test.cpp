@@ -7,6 +7,7 @@
 
 #include <cstring>
 #include <limits>
+#include <memory>
 #include <new>
 #include <type_traits>
 #include <utility>
@@ -349,24 +350,22 @@ TEST(PropertyModel, CopyOfARetaggedTextKeepsItsBuffer)
 
 TEST(PropertyModel, MovedFromValueIsNullAndTheBufferIsHandedOver)
 {
-    CQelProperty original = Amount(1.0, L"a symbol of some length");
-    original.SetString(L"AB");
-    const unsigned char* buffer = original.Data().pBuffer;
-    const CQelProperty& left = original;
-    CQelProperty target(std::move(original));
+    const auto original = std::make_unique<CQelProperty>(Amount(1.0, L"a symbol of some length"));
+    original->SetString(L"AB");
+    const unsigned char* buffer = original->Data().pBuffer;
+    CQelProperty target(std::move(*original));
     EXPECT_EQ(target.Data().pBuffer, buffer);
     EXPECT_EQ(target.GetCurrencySymbol(), L"a symbol of some length");
-    EXPECT_EQ(StateOf(left), kNullState);
+    EXPECT_EQ(StateOf(*original), kNullState);
 }
 
 TEST(PropertyModel, MoveAssignmentFreesTheOldBufferAndLeavesNull)
 {
-    CQelProperty original = Blob("abc");
-    const CQelProperty& left = original;
+    const auto original = std::make_unique<CQelProperty>(Blob("abc"));
     CQelProperty target = Text(L"old");
-    target = std::move(original);
+    target = std::move(*original);
     EXPECT_EQ(HexOf(target.Data().pBuffer, target.Data().nBufferSize), "616263");
-    EXPECT_EQ(StateOf(left), kNullState);
+    EXPECT_EQ(StateOf(*original), kNullState);
 }
 
 TEST(PropertyModel, MoveToItselfKeepsTheValue)
