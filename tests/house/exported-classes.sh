@@ -9,8 +9,17 @@ kept=$(dirname "$0")/exported-classes.txt
 exported() {
     for library in qelplat4 qellib4 qelsq4 qelfdb4 qelprop4; do
         nm -DC --defined-only "$1/lib/lib$library.so" | awk -v library=$library '
+            # What follows a type that is told by an expression: "decltype (a-b) f(x)" -> " f(x)".
+            function past_decltype(text, depth, at, letter) {
+                for (at = index(text, "("); at <= length(text); at++) {
+                    letter = substr(text, at, 1)
+                    depth += (letter == "(") - (letter == ")")
+                    if (depth == 0) return substr(text, at + 1)
+                }
+            }
             {
                 name = substr($0, 20)
+                if (name ~ /^decltype *\(/) name = past_decltype(name)
                 if (name ~ /^(typeinfo|vtable|VTT|guard variable|construction vtable|(non-)?virtual thunk)/) next
                 sub(/\(.*/, "", name); sub(/\[abi:[a-z0-9]*\]/, "", name)
                 if (name ~ /(std|__gnu_cxx)::/) next
