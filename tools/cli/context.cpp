@@ -14,7 +14,7 @@ namespace {
 
 constexpr unsigned long kLongestWait = 2147483647; // milliseconds, as the engine takes them
 
-std::unique_ptr<CDovLogfile> MakeLog(const CArguments& arguments, std::ostream& err)
+std::unique_ptr<CLogOnStream> MakeLog(const CArguments& arguments, std::ostream& err)
 {
     const std::size_t verbosity = arguments.All("--verbose").size();
     if (verbosity == 0 && !arguments.Has("--log"))
@@ -80,6 +80,12 @@ bool CContext::WantsProgress() const
 CDovLogfile* CContext::Log() const
 {
     return m_log.get();
+}
+
+void CContext::TellOfLostLog()
+{
+    if (m_arguments.Has("--log") && m_log->HasLost())
+        Tell(m_arguments.Text("--log") + ": not all of the log could be written");
 }
 
 CPropertyFile::SOptions CContext::FileOptions(EAccess access) const

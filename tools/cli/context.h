@@ -11,6 +11,8 @@
 
 namespace tool {
 
+class CLogOnStream;
+
 /// How answers are printed.
 enum class EFormat
 {
@@ -62,6 +64,8 @@ public:
     bool WantsProgress() const;
     /// Null when nothing is logged.
     CDovLogfile* Log() const;
+    /// Says so where the file of --log has not taken everything.
+    void TellOfLostLog();
 
     /// Opens the database that the argument of this name names.
     std::unique_ptr<CPropertyFile> OpenFile(EAccess access, const std::string& key = "FILE");
@@ -80,7 +84,7 @@ public:
 private:
     SSurroundings m_surroundings;
     CArguments m_arguments;
-    std::unique_ptr<CDovLogfile> m_log;
+    std::unique_ptr<CLogOnStream> m_log;
 };
 
 } // namespace tool

@@ -12,8 +12,8 @@ bool CLogOnStream::Write(const SEntry& entry)
         const std::wstring code = entry.code == 0 ? L"" : L" (" + std::to_wstring(entry.code) + L")";
         *m_stream << "log: " << kind << OneLine(entry.text + code) << '\n';
     }
-    CDovLogfile::Write(entry);
-    return true;
+    m_lost = !CDovLogfile::Write(entry) || m_lost;
+    return true; // a log is no reason to end what it is about
 }
 
 } // namespace tool

@@ -16,9 +16,12 @@ public:
 
     void SetStreamLevel(int level) { m_streamLevel = level; }
     bool Write(const SEntry& entry) override;
+    /// Whether an entry did not get into the file; always so while none is open.
+    bool HasLost() const { return m_lost; }
 
 private:
     std::ostream* m_stream;
+    bool m_lost = false;
     int m_streamLevel = 0;
 };
 

@@ -45,7 +45,9 @@ EExit RunInvocation(const SInvocation& invocation, const SSurroundings& surround
         throw UsageFailure("no command given", "'qelprop --help' lists them");
     CContext context(surroundings, invocation.arguments);
     try {
-        return invocation.command->run(context);
+        const EExit exit = invocation.command->run(context);
+        context.TellOfLostLog();
+        return exit;
     } catch (SFailure& failure) {
         if (failure.file.empty() && failure.exit == EExit::eRefused)
             failure.file = invocation.arguments.Text("FILE"); // what was asked of it is refused
