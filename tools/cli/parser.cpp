@@ -103,19 +103,23 @@ std::vector<SOption> EveryOption(const SCommand* command)
     throw UsageFailure("unknown option '" + name + "'", hint);
 }
 
+[[noreturn]] void RefuseChoice(const SOption& option, const std::string& value)
+{
+    std::string list;
+    for (const std::string& choice : option.choices)
+        AddWord(list, choice, ", ");
+    throw UsageFailure(option.Key() + ": '" + value + "' is none of " + list,
+                       Suggestion(value, option.choices));
+}
+
 void CheckChoices(const SInvocation& invocation)
 {
     for (const SOption& option : EveryOption(invocation.command)) {
         if (option.choices.empty() || !invocation.arguments.Has(option.Key()))
             continue;
         const std::string value = invocation.arguments.Text(option.Key());
-        if (std::find(option.choices.begin(), option.choices.end(), value) != option.choices.end())
-            continue;
-        std::string list;
-        for (const std::string& choice : option.choices)
-            AddWord(list, choice, ", ");
-        throw UsageFailure(option.Key() + ": '" + value + "' is none of " + list,
-                           Suggestion(value, option.choices));
+        if (std::find(option.choices.begin(), option.choices.end(), value) == option.choices.end())
+            RefuseChoice(option, value);
     }
 }
 
