@@ -32,7 +32,7 @@ class BrokenInput : public BothKinds
 {
 protected:
     /// Exit status and stderr of a run whose standard input breaks behind a text.
-    std::string RunBroken(const std::string& text, std::vector<std::string> arguments)
+    std::string RunBroken(const std::string& text, const std::vector<std::string>& arguments)
     {
         CBreakingBuffer buffer(text);
         std::istream in(&buffer);

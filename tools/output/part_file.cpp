@@ -13,7 +13,7 @@ namespace tool {
 std::filesystem::path FollowedLink(const std::filesystem::path& path)
 {
     std::error_code error;
-    const std::filesystem::path end = std::filesystem::canonical(path, error);
+    std::filesystem::path end = std::filesystem::canonical(path, error);
     if (!error)
         return end;
     constexpr int kLongest = 40; // links in a circle lead nowhere
